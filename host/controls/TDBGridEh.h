@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QTableView>
+#include <memory>
+#include <vector>
+
+#include "host/data/record_set.h"
+#include "host/export.h"
+
+namespace goodsbook {
+
+struct GridColumn {
+  QString field;
+  QString title;  // empty: the field's label, else its name
+  int width = 0;  // pixels at 100 %; 0: by the field
+  Qt::Alignment alignment = {};  // none: text left, numbers right, flags centred
+  bool visible = true;
+  bool readOnly = true;
+  bool checkBox = false;     // flags shown and set as boxes
+  bool button = false;       // a button that reports columnButtonClicked
+  bool hideRepeats = false;  // a value equal to the one above is not painted again
+  bool sum = false;          // summed in the footer
+  QString displayFormat;     // overrides the field's
+};
+
+// The grid of all screens over a record set: title click sorts, typing searches in the current column, rows can be picked
+// in order, cells edited where the column allows it, columns moved, sized and hidden by the user. The current row of the
+// record set and of the grid are one.
+class GOODSBOOKHOST_EXPORT TDBGridEh : public QTableView {
+  Q_OBJECT
+
+ public:
+  explicit TDBGridEh(QWidget* parent = nullptr);
+  ~TDBGridEh() override;
+
+  void setRecordSet(RecordSet* rows);
+  RecordSet* recordSet() const;
+  void setColumns(std::vector<GridColumn> columns);
+  const std::vector<GridColumn>& columns() const;  // in the declared order
+  int columnOf(const QString& field) const;        // -1 when there is none
+  void setColumnVisible(const QString& field, bool visible);
+
+  void setReadOnly(bool readOnly);  // no cell can be changed
+  bool isReadOnly() const;
+  void setAllowAppend(bool on);  // Down behind the last row appends one
+  void setRowNumbers(bool on);
+  void setSortable(bool on);
+  void setEvenRowColor(const QColor& color);  // none: the palette's alternate colour
+  void setEmptyText(const QString& text);     // what an empty list says to do next
+  void setFooterVisible(bool on);             // sums of columns that ask for one
+
+  // Rows picked by the user, in the order of picking; none picked is empty (the current row does not count).
+  std::vector<RecordSet::Bookmark> selectedRows() const;
+  void selectRow(int row, bool on = true);
+  void clearSelectedRows();
+
+  QString selectedField() const;  // field of the current cell
+  void setSelectedField(const QString& field);
+  // Puts `text` into a cell through its real editor and commits it; false when the cell cannot be edited.
+  bool editCell(int row, const QString& field, const QString& text);
+  void clickCell(int row, const QString& field, bool doubleClick = false);
+
+  void copyToClipboard() const;  // picked rows or the current one, tab-separated, with headings
+
+  // Order, widths and visibility of the columns and the sort, as one text for layout storage.
+  QByteArray saveLayout() const;
+  void restoreLayout(const QByteArray& layout);
+
+ Q_SIGNALS:
+  void columnButtonClicked(int row, const QString& field);
+  void rowDoubleClicked(int row);
+  void titleClicked(const QString& field);
+  void columnEntered(const QString& field);
+  void keyPressed(QKeyEvent* event);  // before the grid handles it; accepted events go no further
+
+ private:
+  class Private;
+  std::unique_ptr<Private> d_;
+};
+
+}  // namespace goodsbook

@@ -1,0 +1,3 @@
+# Sources of host/controls.
+target_sources(goodsbookhost PRIVATE
+)

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+#include <functional>
+#include <memory>
+
+#include "engine/row.h"
+#include "host/export.h"
+
+namespace goodsbook {
+
+// The one interface to a database, whatever stands behind it. All failures are EDatabaseError.
+class GOODSBOOKHOST_EXPORT Database {
+ public:
+  enum class Permission { Screens, Owner };
+
+  virtual ~Database();
+
+  // Runs a batch, in a transaction of its own or in the open one; an error of severity 11 or more leaves nothing of it.
+  virtual void execute(const QString& batch, engine::ResultSink& sink, Permission permission = Permission::Screens) = 0;
+
+  // Streams one select; the sink sees beginSet, the rows, endSet.
+  virtual void query(const QString& select, engine::ResultSink& sink) = 0;
+
+  // Opens one select that is read in slices. It stands on a connection of its own: batches run beside it.
+  virtual std::unique_ptr<engine::Cursor> openCursor(const QString& select) = 0;
+
+  // A transaction around several batches. It takes the write lock at once. An error in a batch ends it.
+  virtual void begin() = 0;
+  virtual void commit() = 0;
+  virtual void rollback() = 0;
+  virtual bool inTransaction() const = 0;
+
+  // Stores bytes into one cell: table.field of the row whose keyField equals keyValue. In the open transaction or its own.
+  // Returns the number of rows written.
+  virtual int storeBlob(const QString& table, const QString& field, const QString& keyField, const QString& keyValue,
+                        const QByteArray& bytes) = 0;
+
+  // Stops the running statement, from any thread.
+  virtual void interrupt() = 0;
+
+  // What the status line and the log-in window call this database: the file's name, or server and database.
+  virtual QString displayName() const = 0;
+};
+
+// begin() on construction, rollback() unless commit() was reached.
+class GOODSBOOKHOST_EXPORT Transaction {
+ public:
+  explicit Transaction(Database& database);
+  ~Transaction();
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  void commit();
+
+ private:
+  Database& database_;
+  bool open_ = true;
+};
+
+struct EmbeddedOptions {
+  bool create = true;  // a missing file is created with the schema and the user ADMIN
+  int busyTimeoutMs = 10'000;
+  std::function<QDateTime()> clock;  // GETDATE(); the system's clock when empty
+};
+
+// Opens an embedded database file, creates or upgrades its schema. ":memory:" is a private file that goes with the object.
+GOODSBOOKHOST_EXPORT std::unique_ptr<Database> openEmbeddedDatabase(const QString& file, EmbeddedOptions options = {});
+
+}  // namespace goodsbook

@@ -1,0 +1,3 @@
+# Sources of host/data.
+target_sources(goodsbookhost PRIVATE
+)

@@ -1,0 +1,3 @@
+# Sources of host/forms.
+target_sources(goodsbookhost PRIVATE
+)

@@ -1,0 +1,3 @@
+# Sources of host/lookup.
+target_sources(goodsbookhost PRIVATE
+)

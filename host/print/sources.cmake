@@ -1,0 +1,3 @@
+# Sources of host/print.
+target_sources(goodsbookhost PRIVATE
+)

@@ -1,0 +1,3 @@
+# Sources of host/sheet.
+target_sources(goodsbookhost PRIVATE
+)
