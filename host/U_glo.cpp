@@ -1,6 +1,7 @@
 #include "host/U_glo.h"
 
 #include <variant>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
