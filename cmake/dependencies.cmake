@@ -1,4 +1,4 @@
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets PrintSupport Svg LinguistTools)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets PrintSupport Svg LinguistTools Test)
 set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTORCC ON)
 # Connects without a context object and silent ASCII casts are where Qt programs go wrong.

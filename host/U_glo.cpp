@@ -29,15 +29,23 @@ struct Global {
 
 const std::vector<Global>& globals() {
   static const std::vector<Global> all{
-      {"G_UserId"_L1, &G_UserId, u""_s},       {"G_UserName"_L1, &G_UserName, u""_s},
-      {"G_CoName"_L1, &G_CoName, u""_s},       {"G_PriceFormat"_L1, &G_PriceFormat, u"0.00"_s},
-      {"G_ckid"_L1, &G_ckid, u""_s},           {"G_CkName"_L1, &G_CkName, u""_s},
-      {"G_CKCOUNT_C"_L1, &G_CKCOUNT_C, u"0"_s}, {"G_CKCOUNT_R"_L1, &G_CKCOUNT_R, u"0"_s},
+      {"G_UserId"_L1, &G_UserId, u""_s},
+      {"G_UserName"_L1, &G_UserName, u""_s},
+      {"G_CoName"_L1, &G_CoName, u""_s},
+      {"G_PriceFormat"_L1, &G_PriceFormat, u"0.00"_s},
+      {"G_ckid"_L1, &G_ckid, u""_s},
+      {"G_CkName"_L1, &G_CkName, u""_s},
+      {"G_CKCOUNT_C"_L1, &G_CKCOUNT_C, u"0"_s},
+      {"G_CKCOUNT_R"_L1, &G_CKCOUNT_R, u"0"_s},
       {"G_inifielname"_L1, &G_inifielname, u"goodsbook.ini"_s},
-      {"G_CHKCK"_L1, &G_CHKCK, u"0"_s},        {"GPARAM0"_L1, &GPARAM0, u"0"_s},
-      {"GPARAM1"_L1, &GPARAM1, u"0"_s},        {"GPARAM2"_L1, &GPARAM2, u"6"_s},
-      {"GPARAM6"_L1, &GPARAM6, u"0"_s},        {"GPARAM23"_L1, &GPARAM23, u"1"_s},
-      {"GPARAM26"_L1, &GPARAM26, u"PFJ"_s},    {"GPARAM28"_L1, &GPARAM28, u"0"_s},
+      {"G_CHKCK"_L1, &G_CHKCK, u"0"_s},
+      {"GPARAM0"_L1, &GPARAM0, u"0"_s},
+      {"GPARAM1"_L1, &GPARAM1, u"0"_s},
+      {"GPARAM2"_L1, &GPARAM2, u"6"_s},
+      {"GPARAM6"_L1, &GPARAM6, u"0"_s},
+      {"GPARAM23"_L1, &GPARAM23, u"1"_s},
+      {"GPARAM26"_L1, &GPARAM26, u"PFJ"_s},
+      {"GPARAM28"_L1, &GPARAM28, u"0"_s},
       {"GKH1"_L1, &GKH1, u"1"_s},
   };
   return all;

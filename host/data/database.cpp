@@ -1,0 +1,27 @@
+#include "host/data/database.h"
+
+namespace goodsbook {
+
+Database::~Database() = default;
+
+Transaction::Transaction(Database& database) : database_(database) {
+  database_.begin();
+}
+
+Transaction::~Transaction() {
+  // A batch that failed has already ended the transaction; what is left to undo may fail too, and nobody can
+  // be told here.
+  if (!open_ || !database_.inTransaction()) return;
+  try {
+    database_.rollback();
+  } catch (const std::exception&) {
+    open_ = false;
+  }
+}
+
+void Transaction::commit() {
+  database_.commit();
+  open_ = false;
+}
+
+}  // namespace goodsbook

@@ -1,0 +1,7 @@
+#include "host/desktop.h"
+
+namespace goodsbook {
+
+Desktop::~Desktop() = default;
+
+}  // namespace goodsbook
