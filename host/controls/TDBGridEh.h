@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QTableView>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -11,8 +12,8 @@ namespace goodsbook {
 
 struct GridColumn {
   QString field;
-  QString title;  // empty: the field's label, else its name
-  int width = 0;  // pixels at 100 %; 0: by the field
+  QString title;                 // empty: the field's label, else its name
+  int width = 0;                 // pixels at 100 %; 0: by the field
   Qt::Alignment alignment = {};  // none: text left, numbers right, flags centred
   bool visible = true;
   bool readOnly = true;
@@ -20,12 +21,19 @@ struct GridColumn {
   bool button = false;       // a button that reports columnButtonClicked
   bool hideRepeats = false;  // a value equal to the one above is not painted again
   bool sum = false;          // summed in the footer
-  QString displayFormat;     // overrides the field's
+  // How a cell is edited where the column is not read-only.
+  int typingLimit = 0;     // characters; 0: the field's size
+  bool upperCase = false;  // while typing
+  bool numberEdit =
+      false;  // only characters of a number, also where the field is a text; fields of numbers always
+  int decimalPlaces = 4;  // most digits behind the point that can be typed
+  bool ellipsis = false;  // the editor has a button that reports columnButtonClicked, as do F4 and Alt+Down
+  QString displayFormat;  // overrides the field's
 };
 
-// The grid of all screens over a record set: title click sorts, typing searches in the current column, rows can be picked
-// in order, cells edited where the column allows it, columns moved, sized and hidden by the user. The current row of the
-// record set and of the grid are one.
+// The grid of all screens over a record set: title click sorts, typing searches in the current column, rows
+// can be picked in order, cells edited where the column allows it, columns moved, sized and hidden by the
+// user. The current row of the record set and of the grid are one.
 class GOODSBOOKHOST_EXPORT TDBGridEh : public QTableView {
   Q_OBJECT
 
@@ -53,6 +61,10 @@ class GOODSBOOKHOST_EXPORT TDBGridEh : public QTableView {
   std::vector<RecordSet::Bookmark> selectedRows() const;
   void selectRow(int row, bool on = true);
   void clearSelectedRows();
+
+  // Called before a cell is painted: colours, font, text and background of `option` can be changed.
+  using DrawColumnCell = std::function<void(int row, const QString& field, QStyleOptionViewItem& option)>;
+  void setDrawColumnCell(DrawColumnCell draw);
 
   QString selectedField() const;  // field of the current cell
   void setSelectedField(const QString& field);

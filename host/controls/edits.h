@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QLineEdit>
+#include <QPointer>
 
 #include "host/export.h"
 
@@ -11,30 +12,46 @@ class QToolButton;
 namespace goodsbook {
 
 class TFrm_Base;
+struct LookupTable;
 
-// A text edit. Its limit holds for typing and pasting, not for what the program puts there.
+// A text edit. Its limit holds for typing, pasting and input methods, not for what the program puts there.
+// The keyboard focus selects the whole text.
 class GOODSBOOKHOST_EXPORT TCustomDBEditEh : public QLineEdit {
   Q_OBJECT
+  Q_PROPERTY(int typingLimit READ typingLimit WRITE setTypingLimit)
+  Q_PROPERTY(bool upperCase READ isUpperCase WRITE setUpperCase)
 
  public:
   explicit TCustomDBEditEh(QWidget* parent = nullptr);
   ~TCustomDBEditEh() override;
-  void setTypingLimit(int characters);  // 0: none
+  void setTypingLimit(int characters) { limit_ = characters; }  // 0: none
   int typingLimit() const { return limit_; }
   void setUpperCase(bool on) { upper_ = on; }
   bool isUpperCase() const { return upper_; }
 
+  // Puts `typed` at the cursor, in place of the selection, as if the user had typed it.
+  void insertTyped(const QString& typed);
+
  protected:
+  // What of `typed` may stand between `before` and `after`, before the limit is applied.
+  virtual QString accepted(const QString& typed, const QString& before, const QString& after) const;
+
   void keyPressEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
 
  private:
+  QString fitting(const QString& typed, int from, int to) const;  // in place of the characters from..to
+
   int limit_ = 0;
   bool upper_ = false;
 };
 
-// A number edit. It keeps the text as typed, an empty one stays empty, nothing is clamped; only characters of a number can
-// be typed. Its text is what goes into statements.
+// A number edit. It keeps the text as typed, an empty one stays empty, nothing is clamped; only characters of
+// a number can be typed (full-width ones become plain). Its text is what goes into statements.
 class GOODSBOOKHOST_EXPORT TDBNumberEditEh : public TCustomDBEditEh {
   Q_OBJECT
   Q_PROPERTY(QString displayFormat READ displayFormat WRITE setDisplayFormat)
@@ -45,45 +62,90 @@ class GOODSBOOKHOST_EXPORT TDBNumberEditEh : public TCustomDBEditEh {
   QString displayFormat() const { return format_; }
   void setDecimalPlaces(int places) { places_ = places; }  // most digits behind the point that can be typed
   int decimalPlaces() const { return places_; }
-  void setValue(double value);  // shown by the format
+  void setValue(double value);  // shown by the format, without digit groups
   double value() const;         // 0 for an empty or unreadable text
+
+ protected:
+  QString accepted(const QString& typed, const QString& before, const QString& after) const override;
 
  private:
   QString format_;
   int places_ = 4;
 };
 
+// An edit with a small button inside at its right end. The button is an element of its own, named
+// OBJECTNAME.button; F4, Alt+Down and a double click press it.
+class GOODSBOOKHOST_EXPORT ButtonEdit : public TCustomDBEditEh {
+  Q_OBJECT
+
+ public:
+  explicit ButtonEdit(QWidget* parent = nullptr);
+  QToolButton* button() const { return button_; }
+
+ Q_SIGNALS:
+  void ButtonClick();
+
+ protected:
+  virtual void buttonPressed() = 0;  // before ButtonClick is told
+  void keyPressEvent(QKeyEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void press();
+  void placeButton();
+
+  QToolButton* button_;
+};
+
 // A date edit: a text "yyyy-MM-dd" or "yyyy-MM-dd HH:mm:ss" with a calendar behind its button; may be empty.
-class GOODSBOOKHOST_EXPORT TDBDateTimeEditEh : public TCustomDBEditEh {
+// Other usual spellings ("2026/1/5", "20260105") are put into this form when the focus leaves.
+class GOODSBOOKHOST_EXPORT TDBDateTimeEditEh : public ButtonEdit {
   Q_OBJECT
 
  public:
   explicit TDBDateTimeEditEh(QWidget* parent = nullptr);
   void setDateTime(const QDateTime& value, bool withTime);
   QDateTime dateTime() const;  // invalid when empty or unreadable
+  bool isReadable() const;     // empty or a date
+
+ protected:
+  QString accepted(const QString& typed, const QString& before, const QString& after) const override;
+  void buttonPressed() override;
+  void focusOutEvent(QFocusEvent* event) override;
+
+ private:
+  void takeDate(QDate date);
+
+  bool withTime_ = false;
 };
 
-// A lookup edit: a code with a button that opens the attached picker; F4, Alt+Down or a double click do the same. The
-// button is an element of its own named OBJECTNAME.button. Beside it a label shows the name of the code.
-class GOODSBOOKHOST_EXPORT TExtEdit : public TCustomDBEditEh {
+// A lookup edit: a code with a button that opens the attached picker. Beside it a label shows the name of the
+// code.
+class GOODSBOOKHOST_EXPORT TExtEdit : public ButtonEdit {
   Q_OBJECT
 
  public:
   explicit TExtEdit(QWidget* parent = nullptr);
   ~TExtEdit() override;
-  QToolButton* button() const { return button_; }
-  void setPicker(TFrm_Base* picker) { picker_ = picker; }  // not owned
-  TFrm_Base* picker() const { return picker_; }
-  void setNameLabel(QLabel* label) { nameLabel_ = label; }
-  QLabel* nameLabel() const { return nameLabel_; }
+  void setPicker(TFrm_Base* picker);  // not owned; a picker's init does this
+  TFrm_Base* picker() const;
+  void openPicker();  // nothing without a picker, in a read-only edit or when it shows already
+  void setNameLabel(QLabel* label);
+  QLabel* nameLabel() const;
+  // The table whose codes are allowed here; CheckId looks them up in it. A picker's init sets it. Lives
+  // longer than the edit.
+  void setLookup(const LookupTable* table) { lookup_ = table; }
+  const LookupTable* lookup() const { return lookup_; }
 
- Q_SIGNALS:
-  void ButtonClick();
+ protected:
+  void buttonPressed() override { openPicker(); }
 
  private:
-  QToolButton* button_;
-  TFrm_Base* picker_ = nullptr;
-  QLabel* nameLabel_ = nullptr;
+  QPointer<QWidget> picker_;
+  QPointer<QWidget> nameLabel_;
+  const LookupTable* lookup_ = nullptr;
 };
 
 }  // namespace goodsbook

@@ -1,3 +1,5 @@
 # Sources of host/controls.
 target_sources(goodsbookhost PRIVATE
+  controls/edits.h controls/edits.cpp
+  controls/button_edits.cpp
 )
