@@ -8,12 +8,12 @@
 
 namespace goodsbook {
 
-// Runs one action of a user: EAbort ends it silently, any other error is shown once (DISPINFO, kind 5). Nothing escapes.
-// True when the action ran to its end.
+// Runs one action of a user: EAbort ends it silently, any other error is shown once (DISPINFO, kind 5).
+// Nothing escapes. True when the action ran to its end.
 GOODSBOOKHOST_EXPORT bool guarded(QWidget* parent, const std::function<void()>& action);
 
-// Root of all screens: list screens, editors, dialogs, pickers. A screen is a window of its own, a modal dialog, or a page
-// of the main window; it knows none of that (see ScreenFrame).
+// Root of all screens: list screens, editors, dialogs, pickers. A screen is a window of its own, a modal
+// dialog, or a page of the main window; it knows none of that (see ScreenFrame).
 class GOODSBOOKHOST_EXPORT TFrm_Base : public QDialog {
   Q_OBJECT
 
@@ -21,7 +21,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base : public QDialog {
   explicit TFrm_Base(QWidget* owner = nullptr);
   ~TFrm_Base() override;
 
-  int Tag = 0;            // the module number
+  int Tag = 0;                          // the module number
   int screenId() const { return id_; }  // counts up over the program's life, never reused
 
   // All living screens, oldest first.
@@ -37,8 +37,8 @@ class GOODSBOOKHOST_EXPORT TFrm_Base : public QDialog {
   int id_;
 };
 
-// Who shows modeless screens. The owner given to a screen, or one of its parents, implements it; without one a screen is
-// shown as a window of its own.
+// Who shows modeless screens. The owner given to a screen, or one of its parents, implements it; without one
+// a screen is shown as a window of its own.
 class GOODSBOOKHOST_EXPORT ScreenFrame {
  public:
   virtual ~ScreenFrame();

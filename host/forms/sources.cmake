@@ -1,3 +1,4 @@
 # Sources of host/forms.
 target_sources(goodsbookhost PRIVATE
+  forms/body_params.cpp
 )

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "host/export.h"
+#include "host/forms/Base_common.h"
+
+class QHBoxLayout;
+
+namespace goodsbook {
+
+// The editor of one row of a list. Modes are the texts "Add", "CopyAdd", "Edit", "ReadOnly".
+//
+// OK runs the exit check of the field that has the focus, then CheckAll, then SaveData. For "Add" and
+// "CopyAdd" it appends a row to the list's record set before SaveData, so that "the current row" is the one
+// to fill; when SaveData does not come to its end that row is gone again, an edited row is as it was, and the
+// editor stays open with its input.
+class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public TFrm_Base_Common {
+  Q_OBJECT
+
+ public:
+  explicit TFrm_Base_Detail(QWidget* owner = nullptr);
+
+  // Fills the screen by RefreshData and shows it modally over the list's rows. True when something was saved.
+  // When RefreshData aborts, the editor does not open.
+  virtual bool InitForm(const QString& mode, RecordSet& listRows);
+
+  // The way in for documents: opens in "Add" over rows that are not a list of this kind. No row is appended
+  // for it: the screen's SaveData does what is wanted. Returns at once; the screen is shown window-modal.
+  virtual void SetStatus(RecordSet& rows);
+
+  const QString& mode() const { return mode_; }
+  bool isAdding() const { return mode_ == QLatin1String("Add") || mode_ == QLatin1String("CopyAdd"); }
+  bool isReadOnly() const { return mode_ == QLatin1String("ReadOnly"); }
+  bool isModified() const { return modified_; }
+
+  void AllChange() override;
+
+ protected:
+  // Fills the fields. An override starts with setLoading(true), sets firstFocus and lockedFields, fills its
+  // elements and calls this, which applies the mode and the locks, gives the focus and ends loading. Here,
+  // too: the declared columns are filled by loadFields().
+  virtual void RefreshData();
+  // Writes the database and the list's current row. EAbort and database errors leave the editor open.
+  virtual void SaveData() = 0;
+
+  void loadFields();   // "Add": empties the declared fields; else takes them from the list's current row
+  void storeFields();  // declared columns into the list's current row, and posts it
+  RecordSet& listRows() const { return *listRows_; }
+  void setMode(const QString& mode) { mode_ = mode; }
+
+  QString firstFocus;    // element name; empty: the first field that can be changed
+  QString lockedFields;  // comma list of element names, case ignored: shown, not changed
+
+  virtual void btn_okClick();
+  virtual void btn_CancelClick();
+  void FormCreate() override;
+  // Enter: next field; Esc: as Cancel, after asking when something was typed; F9, Ctrl+Enter: OK.
+  void FormKeyDown(QKeyEvent* event) override;
+  void reject() override;
+  void showEvent(QShowEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+  void enableOk();  // what every editor does when its data change by another way than its fields
+  QHBoxLayout* buttonRow() const { return buttons_; }  // own buttons go left of OK
+  QPushButton* btn_ok;
+  QPushButton* btn_Cancel;
+  QCheckBox* ContinueAdd;  // "保存后继续增加"; shown while adding
+  bool appendsRow = true;  // a row for "Add" and "CopyAdd" is this class's business
+
+ private:
+  void pressOk();
+  void save();
+  void saveWithRow();
+  bool mayClose();
+  void openFilled();
+
+  RecordSet* listRows_ = nullptr;
+  QHBoxLayout* buttons_;
+  QString mode_;
+  bool modified_ = false;
+  bool saved_ = false;
+};
+
+}  // namespace goodsbook
