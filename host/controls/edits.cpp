@@ -85,7 +85,11 @@ void TCustomDBEditEh::keyPressEvent(QKeyEvent* event) {
 }
 
 void TCustomDBEditEh::inputMethodEvent(QInputMethodEvent* event) {
-  if (isReadOnly() || event->commitString().isEmpty()) {
+  if (isReadOnly()) {
+    event->ignore();
+    return;
+  }
+  if (event->commitString().isEmpty()) {
     QLineEdit::inputMethodEvent(event);
     return;
   }

@@ -30,13 +30,15 @@ class GOODSBOOKHOST_EXPORT LookupPicker : public TFrm_Base {
     QLineEdit* nameEdit = nullptr;
   };
 
-  LookupPicker(const LookupTable& table, QWidget* owner);
+  // `rows` is the list's record set, one of its own when there is none; its fields are named as in the table.
+  LookupPicker(const LookupTable& table, QWidget* owner, RecordSet* rows = nullptr);
   ~LookupPicker() override;
 
   // Makes this the picker of `edit`; `condition` (T-SQL) narrows the rows offered.
-  void attach(QLineEdit* edit, const QString& condition = {});
+  void attach(TExtEdit* edit, const QString& condition = {});
+  // The same for any edit, which does not learn of it.
+  void dropBelow(QLineEdit* edit, const QString& condition = {});
   void setTarget(Target target) { target_ = std::move(target); }
-  void setCondition(const QString& condition) { condition_ = condition; }
 
   void setVisible(bool visible) override;
   QLineEdit* edit() const { return edit_; }
@@ -49,22 +51,25 @@ class GOODSBOOKHOST_EXPORT LookupPicker : public TFrm_Base {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void buildWindow();
-  void load();
-  void narrow();
-  void preselect();
-  void place();
+  void build();
+  void open();
+  void preselect(const QString& code);
+  void narrow(const QString& text);
+  void fill(const std::vector<const LookupTable::Row*>& chosen);
+  void step(int key);
   void take();
   void leave(bool onward);
+  void focusWent(const QWidget* now);
 
   LookupTable table_;
   QString condition_;
   Target target_;
   QPointer<QLineEdit> edit_;
-  TCustomDBEditEh* search_ = nullptr;
-  TDBGridEh* grid_ = nullptr;
-  RecordSet* rows_ = nullptr;
+  QPointer<RecordSet> rows_;
+  TCustomDBEditEh* search_;
+  TDBGridEh* grid_;
   std::vector<LookupTable::Row> all_;
+  std::vector<int> levels_;  // of the rows shown; empty while a search narrows them
 };
 
 }  // namespace goodsbook

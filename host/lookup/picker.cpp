@@ -1,0 +1,271 @@
+#include "host/lookup/picker.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QStyleOptionViewItem>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "host/controls/TDBGridEh.h"
+#include "host/controls/drop_place.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+
+namespace {
+
+constexpr int indentOfLevel = 16;
+
+// One row for the list: code, name, initials.
+class ListRow : public engine::Row {
+ public:
+  explicit ListRow(const LookupTable::Row& row)
+      : texts_{row.id.toUtf8(), row.name.toUtf8(), row.initials.toUtf8()} {}
+  bool isNull(int) const override { return false; }
+  std::int64_t integer(int) const override { return 0; }
+  double real(int) const override { return 0; }
+  std::string_view text(int column) const override {
+    const QByteArray& text = texts_[static_cast<std::size_t>(column)];
+    return {text.constData(), static_cast<std::size_t>(text.size())};
+  }
+  std::span<const std::byte> blob(int) const override { return {}; }
+
+ private:
+  std::array<QByteArray, 3> texts_;
+};
+
+// How well a row answers what was typed; lower is better, negative for not at all.
+int rank(const LookupTable::Row& row, const QString& typed) {
+  const auto any = [&](auto&& test) { return test(row.id) || test(row.name) || test(row.initials); };
+  if (row.id.compare(typed, Qt::CaseInsensitive) == 0) return 0;
+  if (any([&](const QString& text) { return text.startsWith(typed, Qt::CaseInsensitive); })) return 1;
+  if (any([&](const QString& text) { return text.contains(typed, Qt::CaseInsensitive); })) return 2;
+  return -1;
+}
+
+}  // namespace
+
+LookupPicker::LookupPicker(const LookupTable& table, QWidget* owner, RecordSet* rows)
+    : TFrm_Base(owner),
+      table_(table),
+      rows_(rows != nullptr ? rows : new RecordSet(this)),
+      search_(new TCustomDBEditEh(this)),
+      grid_(new TDBGridEh(this)) {
+  build();
+}
+
+LookupPicker::~LookupPicker() {
+  auto* lookupEdit = qobject_cast<TExtEdit*>(edit_.data());
+  if (lookupEdit != nullptr && lookupEdit->lookup() == &table_) lookupEdit->setLookup(nullptr);
+}
+
+void LookupPicker::build() {
+  setWindowTitle(table_.caption);
+  setWindowFlags(Qt::Tool | Qt::FramelessWindowHint);
+  setModal(false);
+  if (rows_->objectName().isEmpty()) rows_->setObjectName(u"AdoQry_Tmp"_s);
+  search_->setObjectName(u"Edit1"_s);
+  search_->setPlaceholderText(tr("代号、名称或拼音首字母"));
+  search_->setClearButtonEnabled(true);
+  search_->installEventFilter(this);
+  grid_->setObjectName(u"DBGridEh"_s);
+  grid_->setReadOnly(true);
+  grid_->setEmptyText(tr("没有符合的记录"));
+  grid_->setFocusPolicy(Qt::ClickFocus);
+  GridColumn code{.field = table_.idField, .title = table_.idTitle, .width = 90};
+  GridColumn name{.field = table_.nameField, .title = table_.nameTitle, .width = 200};
+  std::vector<GridColumn> columns{code, name};
+  if (!table_.initialsField.isEmpty()) {
+    columns.push_back({.field = table_.initialsField, .title = tr("拼音码"), .width = 80, .visible = false});
+  }
+  grid_->setColumns(columns);
+  grid_->setRecordSet(rows_);
+  grid_->setDrawColumnCell([this](int row, const QString& field, QStyleOptionViewItem& option) {
+    if (row < static_cast<int>(levels_.size()) && field.compare(table_.nameField, Qt::CaseInsensitive) == 0) {
+      option.rect.adjust(indentOfLevel * levels_[static_cast<std::size_t>(row)], 0, 0, 0);
+    }
+  });
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(2, 2, 2, 2);
+  column->setSpacing(2);
+  column->addWidget(search_);
+  column->addWidget(grid_);
+  resize(360, 320);
+  connect(search_, &QLineEdit::textEdited, this, [this](const QString& text) { narrow(text); });
+  connect(grid_, &TDBGridEh::rowDoubleClicked, this, [this] { take(); });
+  connect(grid_, &TDBGridEh::keyPressed, this, [this](QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Escape) {
+      keyPressEvent(event);
+    } else if (!event->text().isEmpty() && event->text().at(0).isPrint()) {
+      search_->setFocus();
+      QApplication::sendEvent(search_, event);
+    }
+  });
+  connect(qApp, &QApplication::focusChanged, this,
+          [this](const QWidget*, const QWidget* now) { focusWent(now); });
+}
+
+void LookupPicker::attach(TExtEdit* edit, const QString& condition) {
+  dropBelow(edit, condition);
+  edit->setPicker(this);
+  edit->setLookup(&table_);
+}
+
+void LookupPicker::dropBelow(QLineEdit* edit, const QString& condition) {
+  edit_ = edit;
+  condition_ = condition;
+}
+
+void LookupPicker::setVisible(bool visible) {
+  if (visible == isVisible()) {
+    if (visible) activateWindow();
+    return;
+  }
+  if (visible && edit_ != nullptr) {
+    if (!guarded(this, [this] { open(); })) return;
+    edit_->window()->installEventFilter(this);
+    QDialog::setVisible(true);
+    move(dropPlace(*edit_, size()));
+    raise();
+    activateWindow();
+    search_->setFocus(Qt::PopupFocusReason);
+    return;
+  }
+  if (!visible && edit_ != nullptr) edit_->window()->removeEventFilter(this);
+  QDialog::setVisible(visible);
+}
+
+void LookupPicker::open() {
+  all_ = table_.rows(condition_);
+  preselect(edit_->text().trimmed());
+}
+
+void LookupPicker::preselect(const QString& code) {
+  const auto best = [&](int worst) {
+    return std::any_of(all_.begin(), all_.end(), [&](const LookupTable::Row& row) {
+      const int found = rank(row, code);
+      return found >= 0 && found <= worst;
+    });
+  };
+  const bool isCode = !code.isEmpty() && best(0);
+  const bool isSearch = !code.isEmpty() && !isCode && best(2);
+  search_->setText(isSearch ? code : QString());
+  narrow(search_->text());
+  if (isCode) rows_->locate(table_.idField, code);
+}
+
+void LookupPicker::narrow(const QString& text) {
+  const QString typed = text.trimmed();
+  std::vector<const LookupTable::Row*> chosen;
+  levels_.clear();
+  if (typed.isEmpty()) {
+    for (const LookupTable::Row& row : all_) {
+      chosen.push_back(&row);
+      levels_.push_back(row.level);
+    }
+  } else {
+    std::vector<std::pair<int, const LookupTable::Row*>> ranked;
+    for (const LookupTable::Row& row : all_) {
+      if (const int found = rank(row, typed); found >= 0) ranked.emplace_back(found, &row);
+    }
+    std::stable_sort(ranked.begin(), ranked.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (const auto& [found, row] : ranked) chosen.push_back(row);
+  }
+  fill(chosen);
+}
+
+void LookupPicker::fill(const std::vector<const LookupTable::Row*>& chosen) {
+  std::vector<engine::Column> columns{{table_.idField.toStdString(), engine::Type::Text, 0},
+                                      {table_.nameField.toStdString(), engine::Type::Text, 0}};
+  if (!table_.initialsField.isEmpty())
+    columns.push_back({table_.initialsField.toStdString(), engine::Type::Text, 0});
+  rows_->beginLoad(columns);
+  for (const LookupTable::Row* row : chosen) rows_->appendLoaded(ListRow(*row));
+  rows_->endLoad();
+}
+
+void LookupPicker::step(int key) {
+  const int page = std::max(1, grid_->viewport()->height() / std::max(1, grid_->rowHeight(0)) - 1);
+  const int row = rows_->currentRow();
+  switch (key) {
+    case Qt::Key_Up:
+      rows_->moveTo(row - 1);
+      break;
+    case Qt::Key_Down:
+      rows_->moveTo(row + 1);
+      break;
+    case Qt::Key_PageUp:
+      rows_->moveTo(row - page);
+      break;
+    default:
+      rows_->moveTo(row + page);
+      break;
+  }
+}
+
+void LookupPicker::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    take();
+  } else if (event->key() == Qt::Key_Escape) {
+    leave(false);
+  } else {
+    TFrm_Base::keyPressEvent(event);
+    return;
+  }
+  event->accept();
+}
+
+bool LookupPicker::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == search_ && event->type() == QEvent::KeyPress) {
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown) {
+      step(key);
+      return true;
+    }
+  } else if (event->type() == QEvent::Hide && edit_ != nullptr && watched == edit_->window()) {
+    hide();
+  }
+  return TFrm_Base::eventFilter(watched, event);
+}
+
+void LookupPicker::focusWent(const QWidget* now) {
+  // The edit may have the focus while the list shows: Esc there closes the list and not the screen.
+  if (isVisible() && now != nullptr && now != edit_ && now->window() != this) hide();
+}
+
+void LookupPicker::take() {
+  if (rows_->isEmpty() || edit_ == nullptr) return;
+  const QString code = rows_->text(table_.idField);
+  const QString name = rows_->text(table_.nameField);
+  guarded(this, [&] {
+    edit_->selectAll();
+    edit_->insert(code);
+    auto* lookupEdit = qobject_cast<TExtEdit*>(edit_.data());
+    QLabel* label = target_.nameLabel != nullptr ? target_.nameLabel
+                    : lookupEdit != nullptr      ? lookupEdit->nameLabel()
+                                                 : nullptr;
+    if (label != nullptr) label->setText(name);
+    if (target_.nameEdit != nullptr) target_.nameEdit->setText(name);
+    if (target_.rows != nullptr) {
+      if (!target_.codeField.isEmpty()) target_.rows->setValue(target_.codeField, code);
+      if (!target_.nameField.isEmpty()) target_.rows->setValue(target_.nameField, name);
+    }
+    Q_EMIT picked(code, name);
+    leave(true);
+  });
+}
+
+void LookupPicker::leave(bool onward) {
+  hide();
+  if (edit_ == nullptr) return;
+  edit_->window()->activateWindow();
+  edit_->setFocus(Qt::OtherFocusReason);
+  if (!onward) return;
+  QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+  QApplication::sendEvent(edit_, &tab);
+}
+
+}  // namespace goodsbook
