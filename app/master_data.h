@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QLibrary>
+#include <QString>
+
+#include "host/U_glo.h"
+
+class QWidget;
+
+namespace goodsbook {
+
+class TFrm_Base;
+
+// The plug-in with the screens of the master data, loaded when it is first needed from the lib folder beside
+// the program's. Loading never throws: what failed is kept and can be shown.
+class MasterData {
+ public:
+  // `folder`: where the plug-in lies; empty for ../lib beside the program.
+  explicit MasterData(const QString& folder = {});
+
+  bool load();                              // false: see error()
+  QString error() const { return error_; }  // file and reason, for the user
+  QString fileName() const { return library_.fileName(); }
+
+  // Opens the screen of the record's module number, owned by `owner`. Whatever the entry raises passes
+  // through; std::logic_error when the plug-in is not loaded.
+  void open(const Trecord& record, QWidget* owner);
+
+  // Makes one of the screens that the plug-in publishes for other modules, by its class name; null when it
+  // has none of this name.
+  TFrm_Base* createPublished(const QString& className, QWidget* owner);
+
+ private:
+  using Entry = void (*)(const Trecord&, QWidget*);
+  using Factory = TFrm_Base* (*)(const char*, QWidget*);
+
+  QLibrary library_;
+  Entry entry_ = nullptr;
+  Factory factory_ = nullptr;
+  QString error_;
+};
+
+}  // namespace goodsbook
