@@ -11,8 +11,8 @@
 namespace goodsbook {
 
 struct GridColumn {
-  QString field;
-  QString title;                 // empty: the field's label, else its name
+  QString field = {};
+  QString title = {};            // empty: the field's label, else its name
   int width = 0;                 // pixels at 100 %; 0: by the field
   Qt::Alignment alignment = {};  // none: text left, numbers right, flags centred
   bool visible = true;
@@ -28,7 +28,7 @@ struct GridColumn {
       false;  // only characters of a number, also where the field is a text; fields of numbers always
   int decimalPlaces = 4;  // most digits behind the point that can be typed
   bool ellipsis = false;  // the editor has a button that reports columnButtonClicked, as do F4 and Alt+Down
-  QString displayFormat;  // overrides the field's
+  QString displayFormat = {};  // overrides the field's
 };
 
 // The grid of all screens over a record set: title click sorts, typing searches in the current column, rows
