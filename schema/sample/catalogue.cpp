@@ -12,9 +12,10 @@ namespace goodsbook::sample {
 namespace {
 
 constexpr std::string_view series[] = {"", "经典", "优选", "轻享", "家庭装", "量贩装", "节庆", "新装"};
-constexpr std::string_view notes[] = {"", "", "", "", "", "", "", "新品", "季节商品", "避光保存"};
+constexpr std::string_view notes[] = {"", "", "", "", "", "", "", "新品", "季节商品", "常备货"};
 constexpr int firstMaker = 20'317;  // the makers' numbers in bar codes, a step apart
 constexpr int makerStep = 37;
+constexpr int shelfDistance = 211;
 constexpr int openingDay = lastDay - 900;
 
 std::vector<std::string_view> words(std::string_view list) {
@@ -54,7 +55,10 @@ std::int64_t Product::stockQuantity() const {
 
 Catalogue::Catalogue() : itemsOfBrand_(brands().size(), 0) {
   for (const Assortment& assortment : assortments())
-    shelves_.push_back({words(assortment.goods), words(assortment.styles), words(assortment.specifications)});
+    shelves_.push_back({.goods = words(assortment.goods),
+                        .styles = words(assortment.styles),
+                        .specifications = words(assortment.specifications),
+                        .offset = static_cast<int>(shelves_.size()) * shelfDistance});
 }
 
 std::string Catalogue::code(int index) {
@@ -84,7 +88,8 @@ void Catalogue::name(Product& product, const Assortment& assortment, Shelf& shel
   const auto styles = static_cast<int>(shelf.styles.size());
   const auto specifications = static_cast<int>(shelf.specifications.size());
   const int total = brandCount * goods * styles * specifications;
-  int choice = scattered(shelf.taken % total, total);
+  // Shelves begin at different places, or they would all begin with the same makers.
+  int choice = scattered((shelf.taken + shelf.offset) % total, total);
   const auto range = static_cast<std::size_t>(shelf.taken / total) % std::size(series);
   ++shelf.taken;
 

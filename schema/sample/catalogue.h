@@ -52,6 +52,7 @@ class Catalogue {
  private:
   struct Shelf {
     std::vector<std::string_view> goods, styles, specifications;
+    int offset = 0;
     int taken = 0;
   };
 

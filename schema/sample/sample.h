@@ -22,8 +22,8 @@ struct Goods {
   int products = 2000;  // 0 to 1,000,000
   // Bytes of a small JPEG or PNG file with that text; none are stored when empty. Index 0 is the company's
   // picture, the products' count from 1.
-  std::function<std::string(int index, std::string_view text)> makePicture;
-  std::function<void(int done)> progress;  // called after every some hundred products
+  std::function<std::string(int index, std::string_view text)> makePicture = {};
+  std::function<void(int done)> progress = {};  // called after every some hundred products
 };
 
 // The rest of the shop: organisation, partners, users with rights, products with stock and history, purchase
