@@ -235,6 +235,7 @@ struct QueryTerm {
 };
 struct Query {
   Position position;
+  std::uint16_t height = 1;      // levels of nodes from here down
   std::vector<QueryTerm> terms;  // one or more, joined from left to right
   std::vector<OrderItem> orderBy;
 };

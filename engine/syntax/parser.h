@@ -7,7 +7,7 @@
 namespace goodsbook::engine {
 
 // How deep queries, parentheses, blocks and chains of operators may be nested; error 191 beyond it.
-inline constexpr int maximumHeight = 300;
+inline constexpr int maximumHeight = 200;
 
 // T-SQL that exists and that this engine does not do (DECLARE, WHILE, MERGE, transactions …) is refused with
 // this number and a text that names the word.

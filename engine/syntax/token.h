@@ -23,6 +23,7 @@ enum class TokenKind : std::uint8_t {
   Float,     // with an exponent
   Binary,    // 0x…
   Symbol,    // an operator or punctuation mark
+  Invalid,   // from here on the batch cannot be read; always followed by End
 };
 
 enum class Keyword : std::uint8_t;
@@ -68,7 +69,9 @@ struct Token {
   TokenKind kind = TokenKind::End;
   Keyword keyword{};             // of a Word, Keyword::None where it is none
   Symbol symbol = Symbol::None;  // of a Symbol
-  bool structural = false;       // a literal that belongs to the statement's shape (set by the parser)
+  bool structural = false;       // of a literal: its value belongs to the statement's shape
+  std::int32_t ordinal = -1;     // of a replaceable literal, as in Literal
+  std::int16_t error = 0;        // of Invalid: the number of the server's message
 };
 
 }  // namespace goodsbook::engine
