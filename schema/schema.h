@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 // The tables that the program works on, as T-SQL. Batches are ended by a line "go".
 namespace goodsbook::schema {
@@ -13,5 +14,13 @@ std::string_view script();
 
 // Brings a database from version `from` to the next one; 1 <= from < version().
 std::string_view upgradeStep(int from);
+
+struct ScriptBatch {
+  std::string_view text;
+  int line = 1;  // of the script, 1-based, at which it starts
+};
+
+// The batches of a script, which lines "go" end.
+std::vector<ScriptBatch> batches(std::string_view script);
 
 }  // namespace goodsbook::schema

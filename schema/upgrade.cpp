@@ -3,7 +3,6 @@
 #include <string>
 #include <utility>
 
-#include "engine/syntax/batches.h"
 #include "schema/schema.h"
 
 namespace goodsbook::schema {
@@ -42,7 +41,7 @@ class SilentSink : public engine::ResultSink {
 
 void run(Connection& connection, std::string_view script) {
   SilentSink sink;
-  for (const engine::BatchText& batch : engine::splitBatches(script))
+  for (const ScriptBatch& batch : batches(script))
     connection.execute(batch.text, sink, engine::Permission::Owner);
 }
 

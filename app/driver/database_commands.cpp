@@ -4,7 +4,7 @@
 #include "app/driver/driver.h"
 #include "app/driver/table.h"
 #include "host/data/errors.h"
-#include "host/data/sql_sets.h"
+#include "host/data/sql_json.h"
 #include "host/session.h"
 
 using namespace Qt::StringLiterals;
@@ -13,35 +13,16 @@ namespace goodsbook {
 
 namespace {
 
-QJsonObject described(const SqlSet& set) {
-  QJsonArray columns;
-  for (const QString& name : set.columns) columns.append(name);
-  QJsonArray rows;
-  for (const auto& row : set.rows) {
-    QJsonArray values;
-    for (const std::optional<QString>& value : row)
-      values.append(value ? QJsonValue(*value) : QJsonValue::Null);
-    rows.append(values);
-  }
-  return {{u"columns"_s, columns}, {u"rows"_s, rows}};
-}
-
 Step sql(Driver&, const Arguments& arguments) {
-  auto sets = std::make_shared<QJsonArray>();
-  return {.actions = {[sets, text = arguments.text("text")] {
+  auto answer = std::make_shared<QJsonObject>();
+  return {.actions = {[answer, text = arguments.text("text")] {
             try {
-              const SqlSets answers =
-                  runSql(Session::current().database(), text, Database::Permission::Owner);
-              for (const SqlSet& set : answers.sets) sets->append(described(set));
+              *answer = toJson(runSql(Session::current().database(), text, Database::Permission::Owner));
             } catch (const EDatabaseError& error) {
-              throw CommandError(
-                  error.text,
-                  {{u"number"_s, error.number}, {u"severity"_s, error.severity}, {u"line"_s, error.line}});
+              throw CommandError(error.text, toJson(error));
             }
           }},
-          .answer = [sets] {
-            return QJsonObject{{u"sets"_s, *sets}};
-          }};
+          .answer = [answer] { return *answer; }};
 }
 
 Step statements(Driver&, const Arguments&) {

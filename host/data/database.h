@@ -61,7 +61,7 @@ class GOODSBOOKHOST_EXPORT Transaction {
 struct EmbeddedOptions {
   bool create = true;  // a missing file is created with the schema and the user ADMIN
   int busyTimeoutMs = 10'000;
-  std::function<QDateTime()> clock;  // GETDATE(); the system's clock when empty
+  std::function<QDateTime()> clock = {};  // GETDATE(); the system's clock when empty
 };
 
 // Opens an embedded database file, creates or upgrades its schema. ":memory:" is a private file that goes with the object.

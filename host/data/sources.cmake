@@ -5,4 +5,5 @@ target_sources(goodsbookhost PRIVATE
   data/field.h
   data/value_text.cpp data/value_text.h
   data/sql_sets.cpp data/sql_sets.h
+  data/sql_json.cpp data/sql_json.h
 )

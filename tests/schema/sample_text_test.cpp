@@ -4,7 +4,6 @@
 
 #include "schema/sample/rows.h"
 #include "schema/sample/sample.h"
-#include "schema/schema.h"
 
 namespace goodsbook::sample {
 namespace {
@@ -47,12 +46,6 @@ TEST(SampleText, RowsGoOutInEqualPortions) {
   rows.flush();
   EXPECT_EQ(batches, (std::vector<std::string>{"insert into T (a,b) values\n(1,N'x'),\n(2,N'x')",
                                                "insert into T (a,b) values\n(3,N'x')"}));
-}
-
-TEST(SchemaText, TheVersionIsTheOneThatTheScriptWrites) {
-  const std::string written =
-      "insert into SYS_VERSION (VERSION) values (" + std::to_string(schema::version()) + ")";
-  EXPECT_NE(schema::script().find(written), std::string_view::npos);
 }
 
 }  // namespace

@@ -1,0 +1,93 @@
+#include "app/commands/init_command.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include "app/commands/console.h"
+#include "app/commands/sample_pictures.h"
+#include "host/Zpy.h"
+#include "host/data/database.h"
+#include "host/data/errors.h"
+#include "schema/sample/sample.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+namespace {
+
+constexpr int mostProducts = 1'000'000;
+
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(InitCommand)
+};
+
+class SilentSink : public engine::ResultSink {
+ public:
+  void beginSet(std::span<const engine::Column>) override {}
+  void row(const engine::Row&) override {}
+};
+
+// A database is up to three files.
+void removeDatabase(const QString& file) {
+  for (const auto* ending : {"", "-wal", "-shm"}) QFile::remove(file + QLatin1StringView(ending));
+}
+
+void fill(Database& database, int products) {
+  SilentSink sink;
+  const sample::Tools tools{
+      .execute =
+          [&](std::string_view batch) {
+            database.execute(QString::fromUtf8(batch), sink, Database::Permission::Owner);
+          },
+      .initials = [](std::string_view name) { return Zpy::GetPY(QString::fromUtf8(name)).toStdString(); }};
+  sample::startingSet(tools);
+  if (products == 0) return;
+  sample::sampleGoods(tools,
+                      {.products = products, .makePicture = samplePicture, .progress = [products](int done) {
+                         if (done % 10'000 == 0 || done == products)
+                           printError(Texts::tr("已建立 %1 / %2 种商品").arg(done).arg(products));
+                       }});
+}
+
+}  // namespace
+
+int runInitCommand(const QStringList& arguments) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(Texts::tr("建立新的数据库"));
+  const QCommandLineOption fileOption(u"database"_s, Texts::tr("数据库文件"), u"FILE"_s);
+  const QCommandLineOption sampleOption(u"sample"_s, Texts::tr("样例商品的数量；0 只有新店的基本资料"),
+                                        u"N"_s, u"0"_s);
+  const QCommandLineOption force(u"force"_s, Texts::tr("替换已有的文件"));
+  parser.addOptions({fileOption, sampleOption, force});
+  if (const auto status = readArguments(parser, arguments)) return *status;
+  bool isNumber = false;
+  const int products = parser.value(sampleOption).toInt(&isNumber);
+  if (!parser.isSet(fileOption) || !isNumber || products < 0 || products > mostProducts ||
+      !parser.positionalArguments().isEmpty()) {
+    printError(parser.helpText());
+    return unusableArguments;
+  }
+  const QString file = parser.value(fileOption);
+  if (QFileInfo::exists(file) && !parser.isSet(force)) {
+    printError(Texts::tr("文件已存在：%1 (用 --force 替换)").arg(file));
+    return commandFailed;
+  }
+
+  const QString unfinished = file + u".new"_s;
+  removeDatabase(unfinished);
+  try {
+    fill(*openEmbeddedDatabase(unfinished), products);
+  } catch (const EDatabaseError& error) {
+    removeDatabase(unfinished);
+    printError(error.text);
+    return commandFailed;
+  }
+  removeDatabase(file);
+  if (!QFile::rename(unfinished, file)) {
+    printError(Texts::tr("不能写入文件：%1").arg(file));
+    return commandFailed;
+  }
+  return commandDone;
+}
+
+}  // namespace goodsbook

@@ -1,0 +1,41 @@
+#include "app/commands/schema_command.h"
+
+#include <QCoreApplication>
+
+#include "app/commands/console.h"
+#include "schema/schema.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+namespace {
+
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(SchemaCommand)
+};
+
+}  // namespace
+
+int runSchemaCommand(const QStringList& arguments) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(Texts::tr("输出建立数据库的 T-SQL 脚本"));
+  const QCommandLineOption from(u"from"_s, Texts::tr("只输出由该版本升级到当前版本的步骤"), u"VERSION"_s);
+  parser.addOption(from);
+  if (const auto status = readArguments(parser, arguments)) return *status;
+
+  if (!parser.isSet(from)) {
+    printLine(QString::fromUtf8(schema::script()));
+    return commandDone;
+  }
+  bool isNumber = false;
+  const int version = parser.value(from).toInt(&isNumber);
+  if (!isNumber || version < 1 || version > schema::version()) {
+    printError(Texts::tr("没有版本 %1，当前版本是 %2").arg(parser.value(from)).arg(schema::version()));
+    return unusableArguments;
+  }
+  for (int step = version; step < schema::version(); ++step)
+    printLine(QString::fromUtf8(schema::upgradeStep(step)));
+  return commandDone;
+}
+
+}  // namespace goodsbook
