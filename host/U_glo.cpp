@@ -78,6 +78,16 @@ bool setGlobal(const QString& name, const QString& value) {
   return false;
 }
 
+std::optional<QString> globalText(const QString& name) {
+  for (const Global& global : globals()) {
+    if (name.compare(global.name, Qt::CaseInsensitive) != 0) continue;
+    if (auto* const* text = std::get_if<QString*>(&global.target)) return **text;
+    if (auto* const* flag = std::get_if<bool*>(&global.target)) return **flag ? u"1"_s : u"0"_s;
+    return QString::number(*std::get<int*>(global.target));
+  }
+  return std::nullopt;
+}
+
 void resetGlobals() {
   for (const Global& global : globals()) assign(global.target, global.initial);
 }

@@ -3,6 +3,7 @@
 #include <QString>
 #include <array>
 #include <cstdint>
+#include <optional>
 
 #include "host/export.h"
 
@@ -43,6 +44,8 @@ extern GOODSBOOKHOST_EXPORT bool GKH1;                    // false: an empty bar
 
 // Sets one of the above by its name, flags from "0"/"1". False for an unknown name or an unreadable value.
 GOODSBOOKHOST_EXPORT bool setGlobal(const QString& name, const QString& value);
+// Its value as a text, flags "0"/"1"; nothing for an unknown name.
+GOODSBOOKHOST_EXPORT std::optional<QString> globalText(const QString& name);
 GOODSBOOKHOST_EXPORT void resetGlobals();  // to what a new shop starts with
 
 }  // namespace goodsbook

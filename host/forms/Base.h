@@ -31,10 +31,18 @@ class GOODSBOOKHOST_EXPORT TFrm_Base : public QDialog {
   virtual void Help();
 
  protected:
-  virtual void FormDestroy();  // last words before the screen goes
+  // Last words before the screen goes, said once: when the screen is closed for good, and for one that its
+  // owner takes along when the destructor of the overriding class calls lastWords().
+  virtual void FormDestroy();
+  void lastWords();
+  virtual QString helpText() const;  // empty: the caption alone
+
+  bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   int id_;
+  bool spoken_ = false;
 };
 
 // Who shows modeless screens. The owner given to a screen, or one of its parents, implements it; without one

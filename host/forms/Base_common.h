@@ -76,6 +76,8 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Common : public TFrm_Base {
   QString labelOf(
       const QWidget* field) const;  // the label before a field without blanks and colon, as messages name it
 
+  RecordSet AdoQry_Tmp;  // for the screen's own look-ups
+
   FieldSet& fields() { return fields_; }
   QWidget* body() const { return body_; }  // where the screen's elements go
 
@@ -103,20 +105,22 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Common : public TFrm_Base {
   // Every key typed in this screen, before the element with the focus has it; an accepted event goes no
   // further. Here: Enter goes to the next field.
   virtual void FormKeyDown(QKeyEvent* event);
-  virtual void FormClose();  // it is being closed
-  void closeEvent(QCloseEvent* event) override;
+  virtual void FormClose();        // it is being closed
+  void done(int result) override;  // FormClose, then as QDialog
 
   void setLoading(bool on) { loading_ = on; }
-  void focusFirst(QWidget* field);           // focus and select all
-  void focusNextField(bool forward = true);  // in tab order, wherever something can be typed or pressed
+  void focusFirst(QWidget* field);  // focus and select all
+  void focusFirstField();           // the first one that can be changed
+  void focusNextField();            // in tab order; of the buttons only btn_ok
   void onClick(QAbstractButton* button, std::function<void()> handler);  // guarded
-  QPushButton* makeButton(const QString& name, const QString& caption, QWidget* parent);
+  QPushButton* makeButton(const QString& name, const QString& caption);
 
-  RecordSet AdoQry_Tmp;  // for the screen's own look-ups
   QString moduleCode_ = QStringLiteral("101");
+  bool loading_ = false;
 
  private:
   friend class ScreenEvents;
+  QWidget* nextField(const QWidget* start) const;
   bool focusMoved(QWidget* from, QWidget* to);  // false: a check kept the focus in `from`
   bool runExitCheck(QWidget* field, QWidget* target);
 
@@ -127,7 +131,6 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Common : public TFrm_Base {
   std::map<const QWidget*, std::function<void()>> exitChecks_;
   QPointer<QWidget> focusTarget_;
   bool checking_ = false;
-  bool loading_ = false;
 };
 
 template <class Element>

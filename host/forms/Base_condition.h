@@ -17,6 +17,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Condition : public TFrm_Base_Dialog {
 
  protected:
   virtual void GetData();  // by Condition_t; here nothing
+  void btn_okClick() override;
 };
 
 }  // namespace goodsbook

@@ -24,7 +24,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public TFrm_Base_Common {
   virtual bool InitForm(const QString& mode, RecordSet& listRows);
 
   // The way in for documents: opens in "Add" over rows that are not a list of this kind. No row is appended
-  // for it: the screen's SaveData does what is wanted. Returns at once; the screen is shown window-modal.
+  // for it: the screen's SaveData does what is wanted. Returns at once, with the screen shown modally.
   virtual void SetStatus(RecordSet& rows);
 
   const QString& mode() const { return mode_; }
@@ -56,8 +56,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public TFrm_Base_Common {
   // Enter: next field; Esc: as Cancel, after asking when something was typed; F9, Ctrl+Enter: OK.
   void FormKeyDown(QKeyEvent* event) override;
   void reject() override;
-  void showEvent(QShowEvent* event) override;
-  void closeEvent(QCloseEvent* event) override;
+  QString helpText() const override;
 
   void enableOk();  // what every editor does when its data change by another way than its fields
   QHBoxLayout* buttonRow() const { return buttons_; }  // own buttons go left of OK
@@ -68,7 +67,6 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public TFrm_Base_Common {
 
  private:
   void pressOk();
-  void save();
   void saveWithRow();
   bool mayClose();
   void openFilled();
@@ -78,6 +76,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public TFrm_Base_Common {
   QString mode_;
   bool modified_ = false;
   bool saved_ = false;
+  bool saving_ = false;
 };
 
 }  // namespace goodsbook

@@ -6,7 +6,6 @@
 #include "host/forms/list_screen.h"
 
 class QTreeWidget;
-class QTreeWidgetItem;
 
 namespace goodsbook {
 
@@ -46,7 +45,8 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Node : public ListScreen {
   void openEditor(const QString& mode);
   void treeMoved();
   void listMoved();
-  QSet<QString> openCodes() const;
+  void showNodeInList();
+  QSet<QString> closedCodes() const;
 
   TFrm_Base_Node_d* editor_ = nullptr;
   bool syncing_ = false;

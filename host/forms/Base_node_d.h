@@ -4,7 +4,6 @@
 #include "host/forms/Base_detail.h"
 
 class QTreeWidget;
-class QTreeWidgetItem;
 
 namespace goodsbook {
 
@@ -20,8 +19,6 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Node_d : public TFrm_Base_Detail {
   bool InitForm(const QString& mode, RecordSet& rows, QTreeWidget& tree);
 
  protected:
-  void RefreshData() override;
-
   QTreeWidget& tree() const { return *tree_; }
   QString selectedCode() const;  // GETCODE of the selected node; empty when there is none
   // The parent code that a save writes: "Add": the code of the selected node's parent, the root value at the
@@ -29,21 +26,11 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Node_d : public TFrm_Base_Detail {
   // parent.
   QString parentCode() const;
   // After the save: puts the new node into the tree and selects it, or gives the edited one its new caption,
-  // and keeps the list's rows in step.
+  // and keeps the list's rows in step: key, name, parent and the declared columns.
   void placeNode(const QString& code, const QString& name);
 
  private:
   QTreeWidget* tree_ = nullptr;
 };
-
-namespace treenode {
-// How nodes are told apart in the tree of a TFrm_Base_Node.
-GOODSBOOKHOST_EXPORT QTreeWidgetItem* make(const QString& code, const QString& name);
-GOODSBOOKHOST_EXPORT QString
-code(const QTreeWidgetItem* node);  // by GETCODE; empty for null and the orphans' node
-GOODSBOOKHOST_EXPORT bool isOrphanHead(const QTreeWidgetItem* node);      // the node over rows without parent
-GOODSBOOKHOST_EXPORT QTreeWidgetItem* selected(const QTreeWidget& tree);  // null when nothing is selected
-GOODSBOOKHOST_EXPORT QTreeWidgetItem* find(const QTreeWidget& tree, const QString& code);
-}  // namespace treenode
 
 }  // namespace goodsbook

@@ -16,7 +16,8 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Outer : public ListScreen {
 
   void InitForm(const Trecord& record) override;
 
-  // The editor gets the list's body parameters and module. Not owned here (its owner is).
+  // The editor gets the list's module and the user's rights; its body parameters come from the screen. Not
+  // owned here.
   void setEditor(TFrm_Base_Detail* editor);
   TFrm_Base_Detail* editor() const { return editor_; }
 
@@ -31,7 +32,6 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Outer : public ListScreen {
 
   void updateActions() override;
   void openEditor(const QString& mode);
-  QString rowName() const;  // the current row in a question: code and name
 
  private:
   TFrm_Base_Detail* editor_ = nullptr;

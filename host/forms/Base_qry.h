@@ -13,11 +13,8 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Qry : public ListScreen {
  public:
   explicit TFrm_Base_Qry(QWidget* owner = nullptr);
 
-  // As the base; rows are loaded only when the screen has a statement and loadsOnOpen is set.
-  void InitForm(const Trecord& record) override;
-
  protected:
-  void GetData() override;
+  void GetData() override;                   // as the base, where loadsOnOpen is set
   void showCondition(const QString& title);  // the line above the grid
 
   int pageNo = 0;

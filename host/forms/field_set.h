@@ -50,6 +50,7 @@ struct FieldSpec {
   bool sameRow = false;                 // stands behind the field before it
   bool large = false;                   // in large type
   QString hint = {};                    // grey text behind it
+  QString rowLabel = {};                // boxes: the label before them
   QString labelName = {};               // element name of the label, where it has one
 };
 

@@ -6,6 +6,7 @@
 #include "host/forms/field_set.h"
 
 class QGridLayout;
+class QHBoxLayout;
 class QLabel;
 class QLayout;
 class QWidget;
@@ -36,13 +37,14 @@ class GOODSBOOKHOST_EXPORT FormBuilder {
   void wide(QLayout* layout);
 
  private:
-  QWidget* make(const FieldSpec& spec);
   void bind(const FieldSpec& spec, QWidget* element);
-  void size(const FieldSpec& spec, QWidget* element) const;
+  QHBoxLayout* cellFor(const FieldSpec& spec, QWidget* element);
+  void addLabel(const FieldSpec& spec, QWidget* buddy);
 
   TFrm_Base_Common& screen_;
   QWidget* area_;
   QGridLayout* grid_;
+  QHBoxLayout* cell_ = nullptr;  // of the field before
   int row_ = -1;
   int column_ = 0;
 };

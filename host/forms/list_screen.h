@@ -2,7 +2,6 @@
 
 #include <QKeySequence>
 #include <functional>
-#include <memory>
 #include <vector>
 
 #include "host/controls/TDBGridEh.h"
@@ -19,12 +18,10 @@ class QToolButton;
 
 namespace goodsbook {
 
+class ProgressiveLoad;
 class TFrm_Sys_Filter;
-
-// The statement of a list with a condition: " Where " and the condition behind it, or in front of its GROUP
-// BY or ORDER BY; " and " and the condition in parentheses where it has a WHERE already. An empty condition
-// changes nothing.
-GOODSBOOKHOST_EXPORT QString withCondition(const QString& statement, const QString& condition);
+class TIniPropStorageManEh;
+class TPropStorageEh;
 
 // One action of a list's tool bar and menu.
 struct ActionSpec {
@@ -34,6 +31,7 @@ struct ActionSpec {
   QKeySequence shortcut = {};
   QString icon = {};                   // name in the icon theme
   std::function<void()> execute = {};  // guarded
+  QString before = {};                 // name of the action that it stands before; empty: Act_Close
   bool onToolBar = true;
   bool inMenu = true;
 };
@@ -70,9 +68,16 @@ class GOODSBOOKHOST_EXPORT ListScreen : public TFrm_Base_Common {
   void setCondition(const QString& condition, const QString& displayText);
   void setEmptyText(const QString& text);
 
-  QAction* addScreenAction(ActionSpec spec);  // behind the base's own; before Act_Close
+  QAction* addScreenAction(ActionSpec spec);
+  // Act_Add, Act_CopyAdd, Act_Edit, Act_View, Act_Delete, at the head of the tool bar.
+  struct EditHandlers {
+    std::function<void()> add, copyAdd, edit, view, remove;
+  };
+  void addEditActions(const EditHandlers& handlers);
   void removeScreenAction(const QString& name);
-  void setActionShown(const QString& name, bool shown);  // shown and usable, or neither
+  void enableAction(const QString& name, bool enabled);
+  static void setActionHint(QAction* shown, const QString& hint);  // with the shortcut named
+  void setActionShown(const QString& name, bool shown);            // shown and usable, or neither
 
   virtual void Act_FilterExecute();
   virtual void Act_RefreshExecute();
@@ -88,8 +93,8 @@ class GOODSBOOKHOST_EXPORT ListScreen : public TFrm_Base_Common {
   void FormCreate() override;
   void FormKeyDown(QKeyEvent* event) override;
   void FormClose() override;
-  void reject() override;  // Esc and the close button: closes the screen
-  void Help() override;
+  void done(int result) override;
+  QString helpText() const override;
   void showEvent(QShowEvent* event) override;
 
   QToolBar* ToolBar;
@@ -102,17 +107,24 @@ class GOODSBOOKHOST_EXPORT ListScreen : public TFrm_Base_Common {
  private:
   void buildBaseActions();
   void buildStatusLine();
+  void showEmptyText();
   void clearFilter();
-  void loadingAdvanced();
+  void narrow(const QString& condition, const QString& displayText);
+  void applyMoneyFormats();
+  void rowsMoved();
+  void openRows(const QString& select);
+  void findKeyAgain();
 
-  class Loader;
-  std::unique_ptr<Loader> loader_;
-  QString listStatement_, conditionText_, displayText_;
+  QString listStatement_, conditionText_, displayText_, emptyText_;
   TFrm_Sys_Filter* filter_ = nullptr;
   QLabel* countLabel_ = nullptr;
   QLabel* filterLabel_ = nullptr;
   QToolButton* clearFilter_ = nullptr;
-  QAction* closeSeparator_ = nullptr;
+  TIniPropStorageManEh* manager_ = nullptr;
+  TPropStorageEh* layout_ = nullptr;
+  ProgressiveLoad* load_;
+  QVariant keyToFind_;  // of the row that was current before a refresh
+  bool movedPending_ = false;
 };
 
 }  // namespace goodsbook

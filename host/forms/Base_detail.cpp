@@ -1,0 +1,201 @@
+#include "host/forms/Base_detail.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPlainTextEdit>
+#include <QScopeGuard>
+#include <QVBoxLayout>
+
+#include "host/U_function.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+namespace {
+
+bool isEditing(const RecordSet& rows) {
+  return rows.state() == RecordSet::State::Edit || rows.state() == RecordSet::State::Insert;
+}
+
+}  // namespace
+
+TFrm_Base_Detail::TFrm_Base_Detail(QWidget* owner)
+    : TFrm_Base_Common(owner),
+      btn_ok(makeButton(u"btn_ok"_s, tr("确定"))),
+      btn_Cancel(makeButton(u"btn_Cancel"_s, tr("取消"))),
+      ContinueAdd(new QCheckBox(tr("保存后继续增加(&N)"), this)),
+      buttons_(new QHBoxLayout) {
+  setModal(true);
+  btn_ok->setToolTip(tr("保存 (F9)"));
+  btn_Cancel->setToolTip(tr("不保存，返回 (Esc)"));
+  ContinueAdd->setObjectName(u"ContinueAdd"_s);
+  ContinueAdd->setFocusPolicy(Qt::NoFocus);  // Enter on the last field leads to OK
+  buttons_->addWidget(ContinueAdd);
+  buttons_->addStretch(1);
+  buttons_->addWidget(btn_ok);
+  buttons_->addWidget(btn_Cancel);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(body(), 1);
+  layout->addSpacing(6);
+  layout->addLayout(buttons_);
+  connect(btn_ok, &QPushButton::clicked, this, &TFrm_Base_Detail::pressOk);
+  onClick(btn_Cancel, [this] { btn_CancelClick(); });
+}
+
+void TFrm_Base_Detail::FormCreate() {
+  TFrm_Base_Common::FormCreate();
+  // The buttons were made first and are to be reached last.
+  if (previousInFocusChain() != btn_Cancel) setTabOrder(previousInFocusChain(), btn_ok);
+  setTabOrder(btn_ok, btn_Cancel);
+}
+
+bool TFrm_Base_Detail::InitForm(const QString& mode, RecordSet& listRows) {
+  const QPointer<TFrm_Base_Detail> self = this;
+  mode_ = mode;
+  listRows_ = &listRows;
+  saved_ = false;
+  openFilled();
+  exec();
+  return self && saved_;
+}
+
+void TFrm_Base_Detail::SetStatus(RecordSet& rows) {
+  mode_ = u"Add"_s;
+  listRows_ = &rows;
+  appendsRow = false;
+  saved_ = false;
+  openFilled();
+  show();
+}
+
+void TFrm_Base_Detail::openFilled() {
+  loading_ = true;
+  const auto ended = qScopeGuard([this] { loading_ = false; });
+  firstFocus.clear();
+  lockedFields.clear();
+  for (FieldSet::Bound& field : fields().all()) field.passed = false;
+  RefreshData();
+  modified_ = false;
+}
+
+void TFrm_Base_Detail::RefreshData() {
+  if (isReadOnly()) {
+    fields().setReadOnly(true);
+  } else {
+    fields().lock(lockedFields);
+  }
+  btn_ok->setVisible(!isReadOnly());
+  btn_ok->setEnabled(!isReadOnly());
+  btn_Cancel->setText(isReadOnly() ? tr("关闭") : tr("取消"));
+  ContinueAdd->setVisible(isAdding() && appendsRow);
+  if (firstFocus.isEmpty()) {
+    focusFirstField();
+  } else {
+    focusFirst(elementNamed(firstFocus));
+  }
+  setLoading(false);
+  modified_ = false;
+}
+
+void TFrm_Base_Detail::loadFields() {
+  if (mode_ == "Add"_L1) {
+    fields().clear();
+  } else {
+    fields().load(listRows());
+  }
+}
+
+void TFrm_Base_Detail::storeFields() {
+  fields().store(listRows());
+  listRows().post();
+}
+
+void TFrm_Base_Detail::AllChange() {
+  if (!loading()) modified_ = true;
+}
+
+void TFrm_Base_Detail::enableOk() {
+  if (!isReadOnly()) btn_ok->setEnabled(true);
+  AllChange();
+}
+
+void TFrm_Base_Detail::pressOk() {
+  if (saving_ || isReadOnly() || !btn_ok->isEnabled()) return;
+  saving_ = true;
+  const QPointer<TFrm_Base_Detail> self = this;
+  guarded(this, [this] {
+    if (leaveFor(btn_ok)) btn_okClick();
+  });
+  if (self) saving_ = false;
+}
+
+void TFrm_Base_Detail::btn_okClick() {
+  CheckAll();
+  saveWithRow();
+  saved_ = true;
+  modified_ = false;
+  if (isAdding() && appendsRow && ContinueAdd->isChecked()) {
+    mode_ = u"Add"_s;
+    openFilled();
+  } else {
+    done(QDialog::Accepted);
+  }
+}
+
+void TFrm_Base_Detail::saveWithRow() {
+  RecordSet& rows = listRows();
+  const bool appends = isAdding() && appendsRow;
+  rows.waitForAll();
+  const int countBefore = rows.rowCount();
+  const bool hadRow = rows.currentRow() >= 0;
+  const RecordSet::Bookmark before = hadRow ? rows.bookmark() : RecordSet::Bookmark();
+  if (appends) rows.append();
+  try {
+    SaveData();
+    if (isEditing(rows)) rows.post();
+  } catch (...) {
+    if (isEditing(rows)) rows.cancel();
+    if (appends && rows.rowCount() > countBefore) rows.remove();  // posted before it failed
+    if (hadRow) rows.gotoBookmark(before);
+    throw;
+  }
+}
+
+void TFrm_Base_Detail::btn_CancelClick() {
+  done(QDialog::Rejected);
+}
+
+bool TFrm_Base_Detail::mayClose() {
+  if (!modified_ || isReadOnly() || !isVisible()) return true;
+  if (DISPINFO(tr("资料已更改，是否保存?"), 2) != 'y') return true;
+  pressOk();
+  return false;
+}
+
+void TFrm_Base_Detail::FormKeyDown(QKeyEvent* event) {
+  const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (event->key() == Qt::Key_Escape) {
+    event->accept();
+    reject();
+  } else if ((event->key() == Qt::Key_F9 && modifiers == Qt::NoModifier) ||
+             (enter && modifiers == Qt::ControlModifier && !qobject_cast<QPlainTextEdit*>(focusWidget()))) {
+    event->accept();
+    pressOk();
+  } else {
+    TFrm_Base_Common::FormKeyDown(event);
+  }
+}
+
+void TFrm_Base_Detail::reject() {
+  guarded(this, [this] {
+    if (mayClose()) btn_CancelClick();
+  });
+}
+
+QString TFrm_Base_Detail::helpText() const {
+  return tr("%1\n\nEnter  下一项\nF9、Ctrl+Enter  保存\nEsc  返回\nF4  打开选择窗口")
+      .arg(windowTitle().trimmed());
+}
+
+}  // namespace goodsbook

@@ -1,0 +1,219 @@
+#include "host/forms/Base_node.h"
+
+#include <QAction>
+#include <QHeaderView>
+#include <QMenu>
+#include <QScopedValueRollback>
+#include <QSplitter>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
+
+#include "host/U_function.h"
+#include "host/forms/Base_node_d.h"
+#include "host/forms/row_delete.h"
+#include "host/forms/tree_node.h"
+#include "host/forms/tree_rows.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+
+TFrm_Base_Node::TFrm_Base_Node(QWidget* owner) : ListScreen(owner), TreeView(new QTreeWidget(this)) {
+  TreeView->setObjectName(u"TreeView"_s);
+  TreeView->setHeaderHidden(true);
+  TreeView->setUniformRowHeights(true);
+  TreeView->setContextMenuPolicy(Qt::CustomContextMenu);
+  TreeView->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  TreeView->header()->setStretchLastSection(false);
+  Splitter->insertWidget(0, TreeView);
+  Splitter->setStretchFactor(0, 2);
+  Splitter->setStretchFactor(1, 3);
+  Splitter->setSizes({380, 580});
+  addEditActions({.add = [this] { Act_AddExecute(); },
+                  .copyAdd = [this] { Act_CopyAddExecute(); },
+                  .edit = [this] { Act_EditExecute(); },
+                  .view = [this] { Act_ViewExecute(); },
+                  .remove = [this] { Act_DeleteExecute(); }});
+  action(u"Act_Add"_s)->setText(tr("增加同级"));
+  setActionHint(action(u"Act_Add"_s), tr("在所选节点的同级增加"));
+  action(u"Act_CopyAdd"_s)->setText(tr("增加下级"));
+  setActionHint(action(u"Act_CopyAdd"_s), tr("在所选节点之下增加"));
+  connect(TreeView, &QWidget::customContextMenuRequested, this,
+          [this](const QPoint& at) { PopupMenu->popup(TreeView->viewport()->mapToGlobal(at)); });
+  connect(TreeView, &QTreeWidget::itemSelectionChanged, this, &TFrm_Base_Node::treeMoved);
+  connect(TreeView, &QTreeWidget::itemDoubleClicked, this,
+          [this] { guarded(this, [this] { DBGridEhDblClick(); }); });
+  connect(&AdoQry_Main, &RecordSet::afterScroll, this, &TFrm_Base_Node::listMoved);
+}
+
+void TFrm_Base_Node::InitForm(const Trecord& record) {
+  ListScreen::InitForm(record);
+  if (editor_) setEditor(editor_);
+  setEmptyText(hasRight(Trecord::addRight) ? tr("还没有记录。按 Ins 增加第一条。") : tr("还没有记录。"));
+}
+
+void TFrm_Base_Node::setEditor(TFrm_Base_Node_d* editor) {
+  editor_ = editor;
+  editor->SetFormParam(moduleCode());
+  editor->SetUserParam(record());
+}
+
+void TFrm_Base_Node::GetData() {
+  GetList();
+}
+
+void TFrm_Base_Node::GetList() {
+  const QScopedValueRollback<bool> syncing(syncing_, true);
+  ListScreen::GetData();
+  AdoQry_Main.waitForAll();
+  buildTree();
+}
+
+QSet<QString> TFrm_Base_Node::closedCodes() const {
+  QSet<QString> closed;
+  for (QTreeWidgetItemIterator it(TreeView); *it; ++it) {
+    if ((*it)->childCount() > 0 && !(*it)->isExpanded()) closed.insert(treenode::code(*it));
+  }
+  return closed;
+}
+
+void TFrm_Base_Node::buildTree() {
+  const QScopedValueRollback<bool> syncing(syncing_, true);
+  const QSet<QString> closed = closedCodes();
+  const bool wasEmpty = TreeView->topLevelItemCount() == 0;
+  const QString current = selectedCode();
+
+  const int keyIndex = AdoQry_Main.fieldIndex(bodyParam(bodyparam::keyField));
+  const int nameIndex = AdoQry_Main.fieldIndex(nameFieldOf(*this, AdoQry_Main));
+  const int parentIndex = AdoQry_Main.fieldIndex(bodyParam(bodyparam::parentField));
+  std::vector<TreeRow> rows;
+  for (int row = 0; row < AdoQry_Main.rowCount(); ++row) {
+    rows.push_back({AdoQry_Main.textAt(row, keyIndex), AdoQry_Main.textAt(row, parentIndex)});
+  }
+
+  TreeView->clear();
+  std::vector<QTreeWidgetItem*> nodes;
+  QTreeWidgetItem* orphanHead = nullptr;
+  for (const TreePlace& place : treeOf(rows, bodyParam(bodyparam::rootValue))) {
+    const QString& code = rows[static_cast<std::size_t>(place.row)].code;
+    QTreeWidgetItem* node = treenode::make(code, AdoQry_Main.textAt(place.row, nameIndex));
+    nodes.push_back(node);
+    if (place.parent >= 0) {
+      nodes[static_cast<std::size_t>(place.parent)]->addChild(node);
+    } else if (place.parent == TreePlace::orphanParent) {
+      if (!orphanHead) TreeView->addTopLevelItem(orphanHead = treenode::makeOrphanHead());
+      orphanHead->addChild(node);
+    } else {
+      TreeView->addTopLevelItem(node);
+    }
+  }
+  TreeView->expandAll();
+  for (QTreeWidgetItem* node : nodes) {
+    if (closed.contains(treenode::code(node))) node->setExpanded(false);
+  }
+  QTreeWidgetItem* again = current.isEmpty() ? nullptr : treenode::find(*TreeView, current);
+  if (!again && wasEmpty && !nodes.empty()) again = nodes.front();
+  if (again) TreeView->setCurrentItem(again);
+  showNodeInList();
+}
+
+QString TFrm_Base_Node::selectedCode() const {
+  return treenode::code(treenode::selected(*TreeView));
+}
+
+void TFrm_Base_Node::showNodeInList() {
+  const QString code = selectedCode();
+  if (!code.isEmpty()) AdoQry_Main.locate(bodyParam(bodyparam::keyField), code);
+  updateActions();
+}
+
+void TFrm_Base_Node::treeMoved() {
+  if (syncing_) return;
+  const QScopedValueRollback<bool> syncing(syncing_, true);
+  showNodeInList();
+}
+
+void TFrm_Base_Node::listMoved() {
+  if (syncing_ || AdoQry_Main.currentRow() < 0) return;
+  const QScopedValueRollback<bool> syncing(syncing_, true);
+  if (QTreeWidgetItem* node = treenode::find(*TreeView, AdoQry_Main.text(bodyParam(bodyparam::keyField)))) {
+    TreeView->setCurrentItem(node);
+  }
+  updateActions();
+}
+
+void TFrm_Base_Node::updateActions() {
+  ListScreen::updateActions();
+  const bool open = AdoQry_Main.isOpen();
+  const bool onNode = open && !selectedCode().isEmpty();
+  enableAction(u"Act_Add"_s, open && hasRight(Trecord::addRight));
+  enableAction(u"Act_CopyAdd"_s, onNode && hasRight(Trecord::addRight));
+  enableAction(u"Act_Edit"_s, onNode && hasRight(Trecord::editRight));
+  enableAction(u"Act_View"_s, onNode);
+  enableAction(u"Act_Delete"_s, onNode && hasRight(Trecord::deleteRight));
+}
+
+void TFrm_Base_Node::openEditor(const QString& mode) {
+  if (!editor_ || (mode != "Add"_L1 && selectedCode().isEmpty())) return;
+  const QPointer<TFrm_Base_Node> self = this;
+  {
+    const QScopedValueRollback<bool> syncing(syncing_, true);
+    editor_->InitForm(mode, AdoQry_Main, *TreeView);
+    if (!self) return;
+  }
+  showCount();
+  treeMoved();
+  TreeView->setFocus();
+}
+
+void TFrm_Base_Node::Act_AddExecute() {
+  openEditor(u"Add"_s);
+}
+
+void TFrm_Base_Node::Act_CopyAddExecute() {
+  openEditor(u"CopyAdd"_s);
+}
+
+void TFrm_Base_Node::Act_EditExecute() {
+  openEditor(u"Edit"_s);
+}
+
+void TFrm_Base_Node::Act_ViewExecute() {
+  openEditor(u"ReadOnly"_s);
+}
+
+void TFrm_Base_Node::Act_DeleteExecute() {
+  QTreeWidgetItem* node = treenode::selected(*TreeView);
+  const QString code = treenode::code(node);
+  if (code.isEmpty()) return;
+  QString question = tr("是否删除【%1】?").arg(node->text(0));
+  if (node->childCount() > 0)
+    question += tr("\r\n它有 %1 个下级，下级不会一起删除。").arg(node->childCount());
+  if (DISPINFO(question, 2) != 'y') return;
+  deleteByTemplate(*this, code);
+  QTreeWidgetItem* next = TreeView->itemBelow(node);
+  while (next && next->parent() == node) next = TreeView->itemBelow(next);
+  if (!next) next = TreeView->itemAbove(node);
+  const QString nextCode = treenode::code(next);
+  {
+    const QScopedValueRollback<bool> syncing(syncing_, true);
+    if (AdoQry_Main.locate(bodyParam(bodyparam::keyField), code)) AdoQry_Main.remove();
+    TreeView->clearSelection();
+    buildTree();
+  }
+  if (QTreeWidgetItem* found = nextCode.isEmpty() ? nullptr : treenode::find(*TreeView, nextCode))
+    TreeView->setCurrentItem(found);
+  updateActions();
+  showCount();
+}
+
+void TFrm_Base_Node::DBGridEhDblClick() {
+  const QAction* edits = action(u"Act_Edit"_s);
+  if (edits && edits->isEnabled()) {
+    Act_EditExecute();
+  } else if (const QAction* views = action(u"Act_View"_s); views && views->isEnabled()) {
+    Act_ViewExecute();
+  }
+}
+
+}  // namespace goodsbook

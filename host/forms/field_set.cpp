@@ -1,0 +1,141 @@
+#include "host/forms/field_set.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QDateTime>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <algorithm>
+
+#include "host/controls/edits.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+namespace {
+
+bool isBox(const QWidget* element) {
+  return qobject_cast<const QCheckBox*>(element) || qobject_cast<const QRadioButton*>(element);
+}
+
+bool takesValues(const FieldSet::Bound& field) {
+  return !field.spec.column.isEmpty();
+}
+
+QLabel* nameLabelOf(const QWidget* widget) {
+  const auto* lookup = qobject_cast<const TExtEdit*>(widget);
+  return lookup ? lookup->nameLabel() : nullptr;
+}
+
+QString shown(const FieldSpec& spec, const RecordSet& rows) {
+  const QVariant value = rows.value(spec.column);
+  if (!spec.format.isEmpty() && value.typeId() == QMetaType::QDateTime)
+    return value.toDateTime().toString(spec.format);
+  return rows.text(spec.column);
+}
+
+void loadField(const FieldSet::Bound& field, const RecordSet& rows) {
+  if (isBox(field.widget)) {
+    static_cast<QAbstractButton*>(field.widget)->setChecked(rows.flag(field.spec.column));
+  } else if (auto* number = qobject_cast<TDBNumberEditEh*>(field.widget);
+             number && !number->displayFormat().isEmpty() && !rows.isNull(field.spec.column)) {
+    number->setValue(rows.number(field.spec.column));
+  } else {
+    setElementText(field.widget, shown(field.spec, rows));
+  }
+}
+
+QVariant storedValue(const FieldSet::Bound& field) {
+  if (isBox(field.widget)) return static_cast<const QAbstractButton*>(field.widget)->isChecked();
+  const QString text = elementText(field.widget);
+  const bool mayBeNull = field.spec.kind == FieldKind::Number || field.spec.kind == FieldKind::Date;
+  return mayBeNull && text.isEmpty() ? QVariant() : QVariant(text);
+}
+
+}  // namespace
+
+FieldSet::Bound* FieldSet::find(const QWidget* widget) {
+  const auto found = std::find_if(fields_.begin(), fields_.end(),
+                                  [widget](const Bound& field) { return field.widget == widget; });
+  return found == fields_.end() ? nullptr : &*found;
+}
+
+void FieldSet::clear() {
+  for (const Bound& field : fields_) {
+    if (!takesValues(field)) continue;
+    setElementText(field.widget, isBox(field.widget) ? u"0"_s : QString());
+    if (QLabel* name = nameLabelOf(field.widget)) name->clear();
+  }
+}
+
+void FieldSet::load(const RecordSet& rows) {
+  for (const Bound& field : fields_) {
+    if (takesValues(field) && rows.hasField(field.spec.column)) loadField(field, rows);
+    QLabel* name = nameLabelOf(field.widget);
+    if (name && rows.hasField(field.spec.nameColumn)) name->setText(rows.text(field.spec.nameColumn));
+  }
+}
+
+void FieldSet::store(RecordSet& rows) const {
+  for (const Bound& field : fields_) {
+    if (field.spec.kind == FieldKind::Value) continue;
+    if (takesValues(field) && rows.hasField(field.spec.column))
+      rows.setValue(field.spec.column, storedValue(field));
+    const QLabel* name = nameLabelOf(field.widget);
+    if (name && rows.hasField(field.spec.nameColumn)) rows.setValue(field.spec.nameColumn, name->text());
+  }
+}
+
+void FieldSet::setReadOnly(bool readOnly) {
+  for (const Bound& field : fields_) setElementReadOnly(field.widget, readOnly);
+}
+
+void FieldSet::lock(const QString& names) {
+  QStringList locked;
+  for (const QString& name : names.split(u',', Qt::SkipEmptyParts)) locked << name.trimmed();
+  for (const Bound& field : fields_) {
+    setElementReadOnly(field.widget, locked.contains(field.spec.name, Qt::CaseInsensitive));
+  }
+}
+
+QString elementText(const QWidget* element) {
+  if (isBox(element)) return static_cast<const QAbstractButton*>(element)->isChecked() ? u"1"_s : u"0"_s;
+  if (const auto* edit = qobject_cast<const QLineEdit*>(element)) return edit->text();
+  if (const auto* label = qobject_cast<const QLabel*>(element)) return label->text();
+  if (const auto* memo = qobject_cast<const QPlainTextEdit*>(element)) return memo->toPlainText();
+  if (const auto* button = qobject_cast<const QAbstractButton*>(element)) return button->text();
+  return {};
+}
+
+void setElementText(QWidget* element, const QString& text) {
+  if (isBox(element)) {
+    static_cast<QAbstractButton*>(element)->setChecked(text == "1"_L1 ||
+                                                       text.compare("true"_L1, Qt::CaseInsensitive) == 0);
+  } else if (auto* edit = qobject_cast<QLineEdit*>(element)) {
+    edit->setText(text);
+    edit->setCursorPosition(0);
+  } else if (auto* label = qobject_cast<QLabel*>(element)) {
+    label->setText(text);
+  } else if (auto* memo = qobject_cast<QPlainTextEdit*>(element)) {
+    memo->setPlainText(text);
+  } else if (auto* button = qobject_cast<QAbstractButton*>(element)) {
+    button->setText(text);
+  }
+}
+
+void setElementReadOnly(QWidget* element, bool readOnly) {
+  if (qobject_cast<QLabel*>(element)) return;
+  if (auto* edit = qobject_cast<QLineEdit*>(element)) {
+    edit->setReadOnly(readOnly);
+  } else if (auto* memo = qobject_cast<QPlainTextEdit*>(element)) {
+    memo->setReadOnly(readOnly);
+  } else {
+    element->setEnabled(!readOnly);
+    return;
+  }
+  element->setFocusPolicy(readOnly ? Qt::ClickFocus : Qt::StrongFocus);
+}
+
+}  // namespace goodsbook

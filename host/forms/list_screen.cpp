@@ -1,0 +1,303 @@
+#include "host/forms/list_screen.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QSplitter>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "host/U_function.h"
+#include "host/controls/storage.h"
+#include "host/data/progressive_load.h"
+#include "host/forms/Sys_filter.h"
+#include "host/forms/list_statement.h"
+#include "host/print/list_print.h"
+#include "host/session.h"
+#include "host/sheet/list_export.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+namespace {
+
+QToolBar* makeToolBar(QWidget* parent) {
+  auto* bar = new QToolBar(parent);
+  bar->setObjectName(u"ToolBar"_s);
+  bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+  bar->setIconSize(QSize(22, 22));
+  bar->setMovable(false);
+  return bar;
+}
+
+}  // namespace
+
+ListScreen::ListScreen(QWidget* owner)
+    : TFrm_Base_Common(owner),
+      DBGridEh(new TDBGridEh(this)),
+      ToolBar(makeToolBar(this)),
+      PopupMenu(new QMenu(this)),
+      Splitter(new QSplitter(this)),
+      headRow(new QHBoxLayout),
+      ConditionTitle(new QLabel(this)),
+      load_(new ProgressiveLoad(AdoQry_Main, this)) {
+  AdoQry_Main.setObjectName(u"AdoQry_Main"_s);
+  AdoQry_Main.setParent(this);
+  DBGridEh->setObjectName(u"DBGridEh"_s);
+  PopupMenu->setObjectName(u"PopupMenu"_s);
+  Splitter->setObjectName(u"Splitter"_s);
+  Splitter->setChildrenCollapsible(false);
+  Splitter->addWidget(DBGridEh);
+  ConditionTitle->setObjectName(u"ConditionTitle"_s);
+  ConditionTitle->hide();
+  headRow->addWidget(ConditionTitle);
+  headRow->setContentsMargins(6, 0, 6, 0);
+
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(4);
+  layout->addWidget(ToolBar);
+  layout->addLayout(headRow);
+  layout->addWidget(body(), 0);
+  layout->addWidget(Splitter, 1);
+  buildStatusLine();
+  buildBaseActions();
+  resize(960, 600);
+  setWindowFlag(Qt::WindowMinMaxButtonsHint);
+
+  DBGridEh->setRecordSet(&AdoQry_Main);
+  DBGridEh->setReadOnly(true);
+  DBGridEh->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(DBGridEh, &QWidget::customContextMenuRequested, this,
+          [this](const QPoint& at) { PopupMenu->popup(DBGridEh->viewport()->mapToGlobal(at)); });
+  connect(DBGridEh, &TDBGridEh::rowDoubleClicked, this,
+          [this] { guarded(this, [this] { DBGridEhDblClick(); }); });
+  connect(&AdoQry_Main, &RecordSet::opened, this, &ListScreen::applyMoneyFormats);
+  for (const auto moved : {&RecordSet::opened, &RecordSet::rowsInserted, &RecordSet::rowsRemoved,
+                           &RecordSet::orderChanged, &RecordSet::closed}) {
+    connect(&AdoQry_Main, moved, this, &ListScreen::rowsMoved);
+  }
+  connect(&AdoQry_Main, &RecordSet::afterScroll, this, &ListScreen::rowsMoved);
+  connect(load_, &ProgressiveLoad::progress, this, &ListScreen::rowsMoved);
+  connect(load_, &ProgressiveLoad::finished, this, [this] {
+    findKeyAgain();
+    rowsMoved();
+  });
+  connect(load_, &ProgressiveLoad::failed, this,
+          [this](const QString& text) { guarded(this, [&text] { DISPINFO(text, 5); }); });
+  load_->setWaitHook([this](int) {
+    showCount();
+    countLabel_->repaint();
+    return true;
+  });
+}
+
+ListScreen::~ListScreen() {
+  DBGridEh->setRecordSet(nullptr);
+}
+
+void ListScreen::FormCreate() {
+  TFrm_Base_Common::FormCreate();
+  if (layout_ || !Session::exists()) return;
+  manager_ = new TIniPropStorageManEh(u"layout.ini"_s, this);
+  layout_ =
+      new TPropStorageEh(QString::fromLatin1(metaObject()->className()).section(u':', -1), manager_, this);
+  layout_->addGrid(DBGridEh);
+  layout_->LoadProperties();
+}
+
+void ListScreen::InitForm(const Trecord& record) {
+  SetFormParam(QString::number(record.module()));
+  SetUserParam(record);
+  if (Tag == 0) Tag = record.module();
+  setAttribute(Qt::WA_DeleteOnClose);
+  updateActions();
+  if (ScreenFrame* frame = frameOf(parentWidget())) {
+    frame->place(this);
+  } else {
+    show();
+  }
+  // The screen that called this sets its statement and its editor first.
+  QTimer::singleShot(0, this, [this] { guarded(this, [this] { GetData(); }); });
+}
+
+QString ListScreen::listStatement() const {
+  return listStatement_.isEmpty() ? bodyParam(bodyparam::listStatement) : listStatement_;
+}
+
+void ListScreen::GetData() {
+  const QString statement = listStatement();
+  if (statement.trimmed().isEmpty()) return;
+  openRows(withCondition(statement, conditionText_));
+}
+
+void ListScreen::openRows(const QString& select) {
+  Session& session = Session::current();
+  SentStatement sent{
+      .op = u"opensql"_s, .module = moduleCode(), .key = {}, .operation = {}, .sql = select, .result = {}};
+  try {
+    load_->start(session.database(), select);
+  } catch (const EDatabaseError& error) {
+    sent.result = error.text;
+    session.record(std::move(sent));
+    throw;
+  }
+  sent.result = u"1"_s;
+  session.record(std::move(sent));
+}
+
+void ListScreen::findKeyAgain() {
+  if (!keyToFind_.isValid()) return;
+  const QVariant key = std::exchange(keyToFind_, QVariant());
+  if (AdoQry_Main.currentRow() <= 0) AdoQry_Main.locate(bodyParam(bodyparam::keyField), key);
+}
+
+void ListScreen::refresh() {
+  const QString key = bodyParam(bodyparam::keyField);
+  const bool known = AdoQry_Main.isOpen() && AdoQry_Main.currentRow() >= 0 && AdoQry_Main.hasField(key);
+  const QVariant current = known ? AdoQry_Main.value(key) : QVariant();
+  const QString column = DBGridEh->selectedField();
+  keyToFind_ = QVariant();
+  GetData();
+  if (!AdoQry_Main.isOpen()) return;
+  if (known && AdoQry_Main.hasField(key) && !AdoQry_Main.locate(key, current) && load_->isRunning()) {
+    keyToFind_ = current;  // among the rows to come
+  }
+  if (!column.isEmpty()) DBGridEh->setSelectedField(column);
+}
+
+void ListScreen::applyMoneyFormats() {
+  const QString columns = bodyParam(bodyparam::moneyColumns) + u',' + bodyParam(bodyparam::priceColumns);
+  for (const QString& name : columns.split(u',', Qt::SkipEmptyParts)) {
+    if (AdoQry_Main.hasField(name.trimmed())) AdoQry_Main.setFieldFormat(name.trimmed(), G_PriceFormat);
+  }
+}
+
+void ListScreen::setColumns(std::vector<GridColumn> columns, std::vector<Field> fields) {
+  const bool summed =
+      std::any_of(columns.begin(), columns.end(), [](const GridColumn& column) { return column.sum; });
+  if (!fields.empty()) AdoQry_Main.declareFields(std::move(fields));
+  DBGridEh->setColumns(std::move(columns));
+  DBGridEh->setFooterVisible(summed);
+}
+
+void ListScreen::hideColumns(const QString& names) {
+  std::vector<GridColumn> kept = DBGridEh->columns();
+  for (const QString& name : names.split(u',', Qt::SkipEmptyParts)) {
+    std::erase_if(kept, [&name](const GridColumn& column) {
+      return column.field.compare(name.trimmed(), Qt::CaseInsensitive) == 0;
+    });
+  }
+  DBGridEh->setColumns(std::move(kept));
+}
+
+void ListScreen::setFilterDialog(TFrm_Sys_Filter* filter) {
+  filter_ = filter;
+  setActionShown(u"Act_Filter"_s, filter != nullptr);
+}
+
+void ListScreen::setCondition(const QString& condition, const QString& displayText) {
+  conditionText_ = condition;
+  displayText_ = displayText;
+  filterLabel_->setText(displayText.trimmed());
+  filterLabel_->setToolTip(displayText.trimmed());
+  const bool narrowed = !condition.trimmed().isEmpty();
+  filterLabel_->setVisible(narrowed);
+  clearFilter_->setVisible(narrowed);
+  showEmptyText();
+}
+
+void ListScreen::setEmptyText(const QString& text) {
+  emptyText_ = text;
+  showEmptyText();
+}
+
+void ListScreen::showEmptyText() {
+  const bool narrowed = !conditionText_.trimmed().isEmpty();
+  DBGridEh->setEmptyText(narrowed ? tr("没有符合条件的记录。按 Ctrl+F 更改条件，或点击下方“清除筛选”。")
+                                  : emptyText_);
+}
+
+void ListScreen::Act_FilterExecute() {
+  if (!filter_ || filter_->exec() != 1) return;
+  narrow(filter_->conditionText, filter_->displayText);
+}
+
+void ListScreen::clearFilter() {
+  if (filter_) filter_->resetCondition();
+  narrow({}, {});
+}
+
+void ListScreen::narrow(const QString& condition, const QString& displayText) {
+  const QString oldCondition = conditionText_;
+  const QString oldText = displayText_;
+  setCondition(condition, displayText);
+  try {
+    refresh();
+  } catch (...) {
+    setCondition(oldCondition, oldText);  // the rows shown are still those
+    throw;
+  }
+}
+
+void ListScreen::Act_RefreshExecute() {
+  refresh();
+}
+
+void ListScreen::Act_PrintExecute() {
+  printList(this, *DBGridEh, listTitle(), displayText_.trimmed());
+}
+
+void ListScreen::Act_ExportExecute() {
+  exportList(this, *DBGridEh, listTitle());
+}
+
+void ListScreen::Act_LocateExecute() {
+  DBGridEh->setFocus();
+}
+
+void ListScreen::Act_OtherExecute() {}
+
+void ListScreen::Act_CloseExecute() {
+  close();
+}
+
+QString ListScreen::listTitle() const {
+  const QString own = bodyParam(bodyparam::caption);
+  return own.isEmpty() ? windowTitle().trimmed() : own;
+}
+
+void ListScreen::FormClose() {
+  if (layout_) layout_->SaveProperties();
+  TFrm_Base_Common::FormClose();
+}
+
+void ListScreen::done(int result) {
+  const QPointer<ListScreen> self = this;
+  ScreenFrame* frame = frameOf(parentWidget());
+  TFrm_Base_Common::done(result);
+  if (self && frame) frame->remove(this);
+}
+
+void ListScreen::FormKeyDown(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+  if (enter && plain && focusWidget() == DBGridEh && DBGridEh->isReadOnly()) {
+    event->accept();
+    if (AdoQry_Main.currentRow() >= 0) DBGridEhDblClick();
+    return;
+  }
+  TFrm_Base_Common::FormKeyDown(event);
+}
+
+void ListScreen::showEvent(QShowEvent* event) {
+  TFrm_Base_Common::showEvent(event);
+  if (!event->spontaneous()) DBGridEh->setFocus();
+}
+
+}  // namespace goodsbook
