@@ -55,6 +55,19 @@ void Driver::submit(const QJsonObject& command, Reply reply) {
   if (!current_) startNext();
 }
 
+void Driver::refuse(const QString& error, Reply reply) {
+  auto job = std::make_shared<Job>();
+  job->error = error;
+  job->reply = std::move(reply);
+  queue_.push_back(std::move(job));
+  if (!current_) startNext();
+}
+
+void Driver::finish() {
+  finishing_ = true;
+  if (!current_) startNext();
+}
+
 void Driver::closeAll(std::function<void()> done) {
   closeAll({}, std::move(done));
 }
@@ -94,7 +107,10 @@ RecordSet* Driver::kept(const QString& name) const {
 }
 
 void Driver::startNext() {
-  if (queue_.empty()) return;
+  if (queue_.empty()) {
+    if (finishing_ && onQuit) onQuit();
+    return;
+  }
   current_ = queue_.front();
   queue_.pop_front();
   QMetaObject::invokeMethod(
@@ -102,7 +118,8 @@ void Driver::startNext() {
 }
 
 void Driver::begin(const std::shared_ptr<Job>& job) {
-  if (job->step.actions.empty()) {
+  const bool isCommand = job->step.actions.empty() && job->error.isEmpty();
+  if (isCommand) {
     job->error = failureOf(
         [&] {
           const QString name = Arguments(job->command).text("cmd");
@@ -111,10 +128,10 @@ void Driver::begin(const std::shared_ptr<Job>& job) {
           job->step = handler(*this, Arguments(job->command));
         },
         job->errorDetails);
-    if (!job->error.isEmpty()) {
-      answer(job);
-      return;
-    }
+  }
+  if (!job->error.isEmpty()) {
+    answer(job);
+    return;
   }
   quietTurns_ = 0;
   last_ = {};

@@ -38,6 +38,12 @@ class Driver : public QObject {
   // Every reply has "ok"; a failure also "error".
   void submit(const QJsonObject& command, Reply reply);
 
+  // Answers an error in its turn: for what came in place of a command.
+  void refuse(const QString& error, Reply reply);
+
+  // No more commands will come: onQuit is called when the last one has been answered.
+  void finish();
+
   // Closes every dialog and window, newest first, then calls `done`.
   void closeAll(std::function<void()> done);
 
@@ -50,7 +56,7 @@ class Driver : public QObject {
   void keep(const QString& name, std::unique_ptr<RecordSet> rows);
   RecordSet* kept(const QString& name) const;
 
-  // For the command `quit`: called when its reply has been given.
+  // Called when the reply to `quit` has been given, or behind the last command after finish().
   std::function<void()> onQuit;
 
  private:
@@ -93,6 +99,7 @@ class Driver : public QObject {
   std::vector<int>
       actionLevels_;  // for every action that has not returned: how deep in event loops it was started
   QTimer turn_;
+  bool finishing_ = false;
   Situation last_;
   int quietTurns_ = 0;
 };

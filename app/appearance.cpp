@@ -1,0 +1,98 @@
+#include "app/appearance.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QIcon>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QPalette>
+#include <QStyle>
+#include <QStyleFactory>
+#include <QTranslator>
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+
+namespace {
+
+// Simplified shapes of the characters even where the system prefers another language's.
+void preferChineseFont() {
+  const QString chinese = u"Noto Sans CJK SC"_s;
+  QFont font = QApplication::font();
+  QStringList families = font.families();
+  if (!QFontDatabase::families().contains(chinese) || families.contains(chinese)) return;
+  const bool covered =
+      QFontDatabase::families(QFontDatabase::SimplifiedChinese).contains(QFontInfo(font).family());
+  if (covered) return;
+  families << chinese;
+  font.setFamilies(families);
+  QApplication::setFont(font);
+}
+
+bool isDark(const QPalette& palette) {
+  return palette.color(QPalette::Window).lightness() < 128;
+}
+
+void useIcons() {
+  QStringList paths = QIcon::themeSearchPaths();
+  if (!paths.contains(u"/usr/share/icons"_s)) QIcon::setThemeSearchPaths(paths << u"/usr/share/icons"_s);
+  QIcon::setThemeName(isDark(QApplication::palette()) ? u"breeze-dark"_s : u"breeze"_s);
+  QIcon::setFallbackThemeName(u"breeze"_s);
+}
+
+QPalette darkPalette() {
+  QPalette palette;
+  const QColor window(42, 46, 50), base(27, 30, 32), text(252, 252, 252), accent(61, 174, 233);
+  palette.setColor(QPalette::Window, window);
+  palette.setColor(QPalette::WindowText, text);
+  palette.setColor(QPalette::Base, base);
+  palette.setColor(QPalette::AlternateBase, QColor(35, 38, 41));
+  palette.setColor(QPalette::Text, text);
+  palette.setColor(QPalette::Button, QColor(49, 54, 59));
+  palette.setColor(QPalette::ButtonText, text);
+  palette.setColor(QPalette::ToolTipBase, QColor(49, 54, 59));
+  palette.setColor(QPalette::ToolTipText, text);
+  palette.setColor(QPalette::PlaceholderText, QColor(161, 169, 177));
+  palette.setColor(QPalette::Link, accent);
+  palette.setColor(QPalette::Highlight, accent);
+  palette.setColor(QPalette::HighlightedText, base);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    palette.setColor(QPalette::Disabled, role, QColor(110, 117, 123));
+  }
+  return palette;
+}
+
+}  // namespace
+
+void choosePlatform() {
+  const bool chosen = !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+  const bool display =
+      !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+  if (!chosen && !display) qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+void setUpAppearance() {
+  QLocale::setDefault(QLocale(QLocale::Chinese, QLocale::China));
+  QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+  preferChineseFont();
+  useIcons();
+  auto* texts = new QTranslator(qApp);
+  if (texts->load(u"qtbase_zh_CN"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QCoreApplication::installTranslator(texts);
+  }
+  QApplication::setWindowIcon(QIcon(u":/goodsbook.svg"_s));
+}
+
+void setColours(const QString& scheme) {
+  if (scheme == "dark"_L1) {
+    QApplication::setPalette(darkPalette());
+  } else if (scheme == "light"_L1) {
+    QApplication::setPalette(QStyleFactory::create(u"Fusion"_s)->standardPalette());
+  } else {
+    QApplication::setPalette(QPalette());
+  }
+  useIcons();
+}
+
+}  // namespace goodsbook

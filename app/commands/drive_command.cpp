@@ -1,0 +1,84 @@
+#include "app/commands/drive_command.h"
+
+#include <unistd.h>
+
+#include <QApplication>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QWidget>
+#include <csignal>
+#include <cstdio>
+
+#include "app/commands/drive_options.h"
+#include "app/commands/line_reader.h"
+#include "app/driver/drive_desktop.h"
+#include "app/driver/driver.h"
+#include "app/master_data.h"
+#include "app/start.h"
+#include "host/U_glo.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+
+namespace {
+
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(Drive)
+};
+
+void write(const QJsonObject& reply) {
+  const QByteArray line = QJsonDocument(reply).toJson(QJsonDocument::Compact) + '\n';
+  std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stdout);
+  std::fflush(stdout);
+}
+
+// Hands a line to the driver. What is no command is answered in its turn, too.
+void submit(Driver& driver, const QByteArray& line) {
+  QJsonParseError error{};
+  const QJsonDocument document = QJsonDocument::fromJson(line, &error);
+  if (document.isObject()) {
+    driver.submit(document.object(), write);
+    return;
+  }
+  const QString text = error.error == QJsonParseError::NoError
+                           ? Texts::tr("一行应为一个 JSON 对象")
+                           : Texts::tr("一行应为一个 JSON 对象：%1").arg(error.errorString());
+  driver.refuse(text, write);
+}
+
+int drive(Session& session, DriveDesktop& desktop) {
+  session.setRecording(true);
+  MasterData masterData;
+  QWidget owner;
+  Driver driver(desktop, masterData, &owner);
+  driver.onQuit = [] { QCoreApplication::exit(0); };
+  LineReader input(STDIN_FILENO);
+  QObject::connect(&input, &LineReader::line, &driver,
+                   [&driver](const QByteArray& line) { submit(driver, line); });
+  QObject::connect(&input, &LineReader::ended, &driver, [&driver] { driver.finish(); });
+  return QApplication::exec();
+}
+
+}  // namespace
+
+int runDrive(const QStringList& arguments) {
+  std::signal(SIGPIPE, SIG_IGN);
+  QApplication::setQuitOnLastWindowClosed(false);
+  try {
+    const DriveOptions options = readDriveOptions(arguments);
+    auto desktop = std::make_unique<DriveDesktop>(options.start);
+    DriveDesktop& recorded = *desktop;
+    const auto session = openSession(options.database, options.programDir, std::move(desktop));
+    signIn(*session, options.user, options.password);
+    for (const auto& [name, value] : options.globals) {
+      if (!setGlobal(name, value)) throw StartError(Texts::tr("--set 不认识 %1=%2").arg(name, value));
+    }
+    return drive(*session, recorded);
+  } catch (const StartError& error) {
+    std::fprintf(stderr, "goodsbook drive: %s\n", error.what());
+    return 2;
+  }
+}
+
+}  // namespace goodsbook

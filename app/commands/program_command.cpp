@@ -1,0 +1,58 @@
+#include "app/commands/program_command.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QSettings>
+#include <cstdio>
+
+#include "app/appearance.h"
+#include "app/main_window/main_window.h"
+#include "app/master_data.h"
+#include "app/real_desktop.h"
+#include "app/settings.h"
+#include "app/sign_in/log_in_window.h"
+#include "app/sign_in/password_dialog.h"
+#include "app/start.h"
+#include "host/session.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+
+namespace {
+
+// The session of a user who signed in; null when the user went away.
+std::unique_ptr<Session> logIn(const QString& programDir, const QString& database, const QString& user) {
+  LogInWindow window(programDir, [] { return std::make_unique<RealDesktop>(); });
+  const QStringList known = programSettings(programDir)->value("LogIn/databases"_L1).toStringList();
+  const QString last = known.isEmpty() ? defaultDatabase(programDir) : known.constFirst();
+  window.chooseDatabase(database.isEmpty() ? last : database);
+  if (!user.isEmpty()) window.chooseUser(user);
+  const bool named = !database.isEmpty() && !user.isEmpty();
+  if (!(named && window.trySigningIn()) && window.exec() != QDialog::Accepted) return nullptr;
+  return window.takeSession();
+}
+
+}  // namespace
+
+int runProgram(const QStringList& arguments) {
+  QCommandLineParser parser;
+  const QCommandLineOption database(u"database"_s, {}, u"FILE"_s), programDir(u"program-dir"_s, {}, u"DIR"_s),
+      user(u"user"_s, {}, u"ID"_s);
+  parser.addOptions({database, programDir, user});
+  if (!parser.parse(arguments) || !parser.positionalArguments().isEmpty()) {
+    std::fprintf(stderr, "goodsbook: %s\n", parser.errorText().toUtf8().constData());
+    return 2;
+  }
+  const QString folder = parser.isSet(programDir) ? parser.value(programDir) : defaultProgramDir();
+  setColours(programSettings(folder)->value("Appearance/colours"_L1).toString());
+  const auto session = logIn(folder, parser.value(database), parser.value(user));
+  if (!session) return 0;
+  PasswordDialog::askOnFirstStart(session->database(), nullptr);
+  MasterData masterData;
+  MainWindow window(*session, masterData);
+  window.show();
+  return QApplication::exec();
+}
+
+}  // namespace goodsbook

@@ -1,0 +1,188 @@
+#include "app/sign_in/log_in_window.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSettings>
+#include <QToolButton>
+
+#include "app/settings.h"
+#include "app/sign_in/users.h"
+#include "app/start.h"
+#include "host/data/errors.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+
+namespace {
+constexpr int rememberedDatabases = 8;
+}  // namespace
+
+LogInWindow::LogInWindow(QString programDir, DesktopMaker makeDesktop, QWidget* parent)
+    : QDialog(parent),
+      programDir_(std::move(programDir)),
+      makeDesktop_(std::move(makeDesktop)),
+      database_(new QComboBox(this)),
+      user_(new QComboBox(this)),
+      password_(new QLineEdit(this)),
+      problem_(new QLabel(this)),
+      ok_(new QPushButton(tr("登录"), this)) {
+  setWindowTitle(tr("登录 - 商品账本"));
+  build();
+  const QStringList known = programSettings(programDir_)->value("LogIn/databases"_L1).toStringList();
+  database_->addItems(known.isEmpty() ? QStringList(defaultDatabase(programDir_)) : known);
+  connect(database_, &QComboBox::activated, this, [this] { chooseDatabase(database_->currentText()); });
+  connect(ok_, &QPushButton::clicked, this, &LogInWindow::logIn);
+  connect(user_, &QComboBox::activated, this, [this] { password_->setFocus(); });
+}
+
+LogInWindow::~LogInWindow() = default;
+
+void LogInWindow::build() {
+  database_->setObjectName(u"Database"_s);
+  user_->setObjectName(u"User"_s);
+  password_->setObjectName(u"Password"_s);
+  problem_->setObjectName(u"Problem"_s);
+  ok_->setObjectName(u"btn_ok"_s);
+  password_->setEchoMode(QLineEdit::Password);
+  problem_->setWordWrap(true);
+  problem_->setStyleSheet(u"color: #c0392b"_s);
+  problem_->hide();
+  ok_->setDefault(true);
+  database_->setMinimumContentsLength(36);
+  database_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+
+  auto* choose = new QToolButton(this);
+  choose->setObjectName(u"Browse"_s);
+  choose->setText(tr("选择…"));
+  choose->setToolTip(tr("选择另一个数据库文件，或输入新文件名建立一个新的"));
+  connect(choose, &QToolButton::clicked, this, &LogInWindow::browse);
+  auto* databaseRow = new QHBoxLayout;
+  databaseRow->addWidget(database_, 1);
+  databaseRow->addWidget(choose);
+
+  auto* cancel = new QPushButton(tr("退出"), this);
+  cancel->setObjectName(u"btn_Cancel"_s);
+  cancel->setAutoDefault(false);
+  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch(1);
+  buttons->addWidget(ok_);
+  buttons->addWidget(cancel);
+
+  auto* picture = new QLabel(this);
+  picture->setPixmap(QIcon(u":/goodsbook.svg"_s).pixmap(72, 72));
+  auto* title = new QLabel(tr("商品账本"), this);
+  QFont large = title->font();
+  large.setPointSizeF(large.pointSizeF() * 1.7);
+  title->setFont(large);
+
+  auto* form = new QFormLayout;
+  form->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  form->addRow(tr("数据库(&D)"), databaseRow);
+  form->addRow(tr("用户(&U)"), user_);
+  form->addRow(tr("密码(&P)"), password_);
+
+  auto* head = new QHBoxLayout;
+  head->addWidget(picture);
+  head->addSpacing(12);
+  head->addWidget(title, 1);
+  auto* all = new QVBoxLayout(this);
+  all->setContentsMargins(24, 20, 24, 20);
+  all->setSpacing(14);
+  all->addLayout(head);
+  all->addLayout(form);
+  all->addWidget(problem_);
+  all->addLayout(buttons);
+}
+
+void LogInWindow::chooseDatabase(const QString& database) {
+  const int known = database_->findText(database);
+  if (known < 0) database_->insertItem(0, database);
+  database_->setCurrentIndex(known < 0 ? 0 : known);
+  session_.reset();
+  problem_->hide();
+  try {
+    session_ = openSession(database, programDir_, makeDesktop_());
+    listUsers();
+  } catch (const StartError& error) {
+    showProblem(error.text());
+  } catch (const EDatabaseError& error) {
+    session_.reset();
+    showProblem(error.text);
+  }
+  user_->setEnabled(session_ != nullptr);
+  password_->setEnabled(session_ != nullptr);
+  ok_->setEnabled(session_ != nullptr);
+}
+
+void LogInWindow::listUsers() {
+  user_->clear();
+  for (const User& user : Users(session_->database()).active())
+    user_->addItem(user.id + u"  "_s + user.name, user.id);
+  chooseUser(programSettings(programDir_)->value("LogIn/user"_L1, u"ADMIN"_s).toString());
+  password_->setFocus();
+}
+
+void LogInWindow::chooseUser(const QString& id) {
+  const int index = user_->findData(id.toUpper(), Qt::UserRole, Qt::MatchFixedString);
+  if (index >= 0) user_->setCurrentIndex(index);
+}
+
+void LogInWindow::browse() {
+  // Naming a file that does not exist makes a new database; an existing one is opened, never overwritten.
+  const QString path = QFileDialog::getSaveFileName(
+      this, tr("数据库文件"), QFileInfo(database_->currentText()).path(), tr("数据库 (*.db);;所有文件 (*)"),
+      nullptr, QFileDialog::DontConfirmOverwrite);
+  if (!path.isEmpty()) chooseDatabase(path);
+}
+
+bool LogInWindow::trySigningIn() {
+  if (!session_ || user_->currentIndex() < 0) return false;
+  if (Users(session_->database()).hasPassword(user_->currentData().toString())) return false;
+  logIn();
+  return result() == Accepted;
+}
+
+void LogInWindow::logIn() {
+  if (!session_) return;
+  try {
+    signIn(*session_, user_->currentData().toString(), password_->text());
+    remember();
+    accept();
+  } catch (const StartError& error) {
+    showProblem(error.text());
+    password_->setFocus();
+    password_->selectAll();
+  } catch (const EDatabaseError& error) {
+    showProblem(error.text);
+  }
+}
+
+void LogInWindow::showProblem(const QString& text) {
+  problem_->setText(text);
+  problem_->show();
+}
+
+void LogInWindow::remember() {
+  const auto settings = programSettings(programDir_);
+  QStringList databases = settings->value("LogIn/databases"_L1).toStringList();
+  databases.removeAll(database_->currentText());
+  databases.prepend(database_->currentText());
+  settings->setValue("LogIn/databases"_L1, QStringList(databases.mid(0, rememberedDatabases)));
+  settings->setValue("LogIn/user"_L1, user_->currentData().toString());
+}
+
+std::unique_ptr<Session> LogInWindow::takeSession() {
+  return std::move(session_);
+}
+
+}  // namespace goodsbook

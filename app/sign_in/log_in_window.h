@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <memory>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace goodsbook {
+
+class Desktop;
+class Session;
+
+// Chooses a database and a user. Accepted: session() works and the user is signed in.
+class LogInWindow : public QDialog {
+  Q_OBJECT
+
+ public:
+  using DesktopMaker = std::function<std::unique_ptr<Desktop>()>;
+
+  // `programDir`: where the last choices are kept. `makeDesktop` gives the desktop of the session.
+  LogInWindow(QString programDir, DesktopMaker makeDesktop, QWidget* parent = nullptr);
+  ~LogInWindow() override;
+
+  // Offers this database and lists its users; what is wrong with it is shown in the window.
+  void chooseDatabase(const QString& database);
+  void chooseUser(const QString& id);
+
+  // Signs in without showing the window when the chosen user needs no password; false when it has to be
+  // shown.
+  bool trySigningIn();
+
+  std::unique_ptr<Session> takeSession();
+
+ private:
+  void build();
+  void browse();
+  void listUsers();
+  void logIn();
+  void showProblem(const QString& text);
+  void remember();
+
+  QString programDir_;
+  DesktopMaker makeDesktop_;
+  std::unique_ptr<Session> session_;
+  QComboBox* database_;
+  QComboBox* user_;
+  QLineEdit* password_;
+  QLabel* problem_;
+  QPushButton* ok_;
+};
+
+}  // namespace goodsbook
