@@ -12,6 +12,11 @@
 
 using namespace Qt::StringLiterals;
 
+// Resources of a static library have to be asked for, outside of any namespace.
+static void useResources() {
+  Q_INIT_RESOURCE(app);
+}
+
 namespace goodsbook {
 
 namespace {
@@ -73,6 +78,7 @@ void choosePlatform() {
 }
 
 void setUpAppearance() {
+  useResources();
   QLocale::setDefault(QLocale(QLocale::Chinese, QLocale::China));
   QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
   preferChineseFont();

@@ -1,9 +1,12 @@
 #include <QApplication>
-#include <cstdio>
 
 #include "app/appearance.h"
+#include "app/commands/console.h"
 #include "app/commands/drive_command.h"
+#include "app/commands/init_command.h"
 #include "app/commands/program_command.h"
+#include "app/commands/schema_command.h"
+#include "app/commands/sql_command.h"
 
 using namespace Qt::StringLiterals;
 
@@ -32,8 +35,24 @@ QString usage() {
       "  init      新建一个数据库，可带样例数据\n");
 }
 
-void print(const QString& text) {
-  std::fputs(text.toUtf8().constData(), stdout);
+using Command = int (*)(const QStringList&);
+
+Command consoleCommand(const QByteArray& name) {
+  if (name == "sql") return goodsbook::runSqlCommand;
+  if (name == "schema") return goodsbook::runSchemaCommand;
+  return nullptr;
+}
+
+Command windowCommand(const QByteArray& name) {
+  if (name == "init") return goodsbook::runInitCommand;  // it draws pictures
+  if (name == "drive") return goodsbook::runDrive;
+  if (name.isEmpty() || name.startsWith('-')) return goodsbook::runProgram;
+  return nullptr;
+}
+
+// The arguments behind the command's name.
+QStringList argumentsFrom(int first) {
+  return QCoreApplication::arguments().mid(first);
 }
 
 }  // namespace
@@ -42,29 +61,29 @@ int main(int argc, char** argv) {
   using namespace goodsbook;
   QCoreApplication::setApplicationName(u"goodsbook"_s);
   QCoreApplication::setApplicationVersion(QStringLiteral(GOODSBOOK_VERSION));
-  const QByteArray command = argc > 1 ? argv[1] : "";
-  if (command == "--version") {
-    print(u"goodsbook %1\n"_s.arg(QCoreApplication::applicationVersion()));
-    return 0;
+  const QByteArray name = argc > 1 ? argv[1] : "";
+  if (name == "--version") {
+    printLine(u"goodsbook "_s + QCoreApplication::applicationVersion());
+    return commandDone;
   }
-  if (command == "--help" || command == "-h") {
-    print(usage());
-    return 0;
+  if (name == "--help" || name == "-h") {
+    printLine(usage());
+    return commandDone;
   }
+  if (const Command command = consoleCommand(name)) {
+    const QCoreApplication application(argc, argv);
+    return command(argumentsFrom(2));
+  }
+  const Command command = windowCommand(name);
+  if (!command) {
+    printError(Texts::tr("goodsbook：没有命令 %1\n").arg(QString::fromLocal8Bit(name)));
+    printError(usage());
+    return unusableArguments;
+  }
+  if (name == "init") qputenv("QT_QPA_PLATFORM", "offscreen");
   choosePlatform();
-  QApplication application(argc, argv);
+  const QApplication application(argc, argv);
   setUpAppearance();
-  QStringList arguments = QCoreApplication::arguments();
-  if (command == "drive") {
-    arguments.removeAt(1);
-    return runDrive(arguments);
-  }
-  if (!command.isEmpty() && !command.startsWith('-')) {
-    std::fputs(
-        Texts::tr("goodsbook：没有命令 %1\n\n").arg(QString::fromLocal8Bit(command)).toUtf8().constData(),
-        stderr);
-    std::fputs(usage().toUtf8().constData(), stderr);
-    return 2;
-  }
-  return runProgram(arguments);
+  const bool named = !name.isEmpty() && !name.startsWith('-');
+  return command(argumentsFrom(named ? 2 : 1));
 }

@@ -21,7 +21,7 @@ struct Trecord {
   std::int32_t module() const { return words[moduleWord]; }
   void setModule(std::int32_t number) { words[moduleWord] = number; }
   bool right(RightByte byte) const { return (static_cast<std::uint32_t>(words[byte / 4]) >> (8 * (byte % 4)) & 0xffU) != 0; }
-  void setRight(RightByte byte, bool on);
+  GOODSBOOKHOST_EXPORT void setRight(RightByte byte, bool on);
   bool operator==(const Trecord&) const = default;
 };
 static_assert(sizeof(Trecord) == 112);

@@ -9,6 +9,7 @@
 #include <csignal>
 #include <cstdio>
 
+#include "app/commands/console.h"
 #include "app/commands/drive_options.h"
 #include "app/commands/line_reader.h"
 #include "app/driver/drive_desktop.h"
@@ -66,7 +67,8 @@ int runDrive(const QStringList& arguments) {
   std::signal(SIGPIPE, SIG_IGN);
   QApplication::setQuitOnLastWindowClosed(false);
   try {
-    const DriveOptions options = readDriveOptions(arguments);
+    DriveOptions options;
+    if (const auto status = readDriveOptions(arguments, options)) return *status;
     auto desktop = std::make_unique<DriveDesktop>(options.start);
     DriveDesktop& recorded = *desktop;
     const auto session = openSession(options.database, options.programDir, std::move(desktop));
@@ -76,8 +78,8 @@ int runDrive(const QStringList& arguments) {
     }
     return drive(*session, recorded);
   } catch (const StartError& error) {
-    std::fprintf(stderr, "goodsbook drive: %s\n", error.what());
-    return 2;
+    printError(u"goodsbook drive: "_s + error.text());
+    return unusableArguments;
   }
 }
 

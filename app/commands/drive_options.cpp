@@ -2,6 +2,7 @@
 
 #include <QCommandLineParser>
 
+#include "app/commands/console.h"
 #include "app/start.h"
 
 using namespace Qt::StringLiterals;
@@ -31,13 +32,17 @@ std::pair<QString, QString> readGlobal(const QString& text) {
 
 }  // namespace
 
-DriveOptions readDriveOptions(const QStringList& arguments) {
+std::optional<int> readDriveOptions(const QStringList& arguments, DriveOptions& options) {
   QCommandLineParser parser;
-  const QCommandLineOption database(u"database"_s, {}, u"FILE"_s), programDir(u"program-dir"_s, {}, u"DIR"_s),
-      user(u"user"_s, {}, u"ID"_s, u"ADMIN"_s), password(u"password"_s, {}, u"TEXT"_s),
-      set(u"set"_s, {}, u"NAME=VALUE"_s), today(u"today"_s, {}, u"DATE"_s);
+  parser.setApplicationDescription(Texts::tr("由标准输入的命令操作程序：每行一个 JSON 对象，每个答复一行。"));
+  const QCommandLineOption database(u"database"_s, Texts::tr("数据库文件；没有就新建"), u"FILE"_s);
+  const QCommandLineOption programDir(u"program-dir"_s, Texts::tr("程序目录；没有就新建"), u"DIR"_s);
+  const QCommandLineOption user(u"user"_s, Texts::tr("登录用户"), u"ID"_s, options.user);
+  const QCommandLineOption password(u"password"_s, Texts::tr("该用户的密码"), u"TEXT"_s);
+  const QCommandLineOption set(u"set"_s, Texts::tr("本次运行的系统参数，可多次"), u"NAME=VALUE"_s);
+  const QCommandLineOption today(u"today"_s, Texts::tr("程序时钟从这一天或时刻开始"), u"DATE"_s);
   parser.addOptions({database, programDir, user, password, set, today});
-  if (!parser.parse(arguments)) throw StartError(parser.errorText());
+  if (const auto status = readArguments(parser, arguments)) return status;
   if (!parser.positionalArguments().isEmpty()) {
     throw StartError(Texts::tr("多余的参数：%1").arg(parser.positionalArguments().join(u' ')));
   }
@@ -45,11 +50,13 @@ DriveOptions readDriveOptions(const QStringList& arguments) {
     if (parser.value(*needed).isEmpty())
       throw StartError(Texts::tr("缺少参数 --%1").arg(needed->names().constFirst()));
   }
-  DriveOptions options{
-      parser.value(database), parser.value(programDir), parser.value(user), parser.value(password), {}, {}};
+  options.database = parser.value(database);
+  options.programDir = parser.value(programDir);
+  options.user = parser.value(user);
+  options.password = parser.value(password);
   for (const QString& global : parser.values(set)) options.globals.push_back(readGlobal(global));
   if (parser.isSet(today)) options.start = readDateTime(parser.value(today));
-  return options;
+  return std::nullopt;
 }
 
 }  // namespace goodsbook

@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -16,7 +17,8 @@ struct DriveOptions {
   QDateTime start;                                   // of the clock; invalid: now
 };
 
-// StartError for arguments that are unknown, missing or unreadable.
-DriveOptions readDriveOptions(const QStringList& arguments);
+// Reads the arguments behind the sub-command's name. The exit status to end with when help was asked for or
+// they are not understood (which is printed); StartError for values that cannot be used.
+std::optional<int> readDriveOptions(const QStringList& arguments, DriveOptions& options);
 
 }  // namespace goodsbook

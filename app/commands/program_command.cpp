@@ -3,9 +3,9 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QSettings>
-#include <cstdio>
 
 #include "app/appearance.h"
+#include "app/commands/console.h"
 #include "app/main_window/main_window.h"
 #include "app/master_data.h"
 #include "app/real_desktop.h"
@@ -37,13 +37,11 @@ std::unique_ptr<Session> logIn(const QString& programDir, const QString& databas
 
 int runProgram(const QStringList& arguments) {
   QCommandLineParser parser;
-  const QCommandLineOption database(u"database"_s, {}, u"FILE"_s), programDir(u"program-dir"_s, {}, u"DIR"_s),
-      user(u"user"_s, {}, u"ID"_s);
+  const QCommandLineOption database(u"database"_s, {}, u"FILE"_s);
+  const QCommandLineOption programDir(u"program-dir"_s, {}, u"DIR"_s);
+  const QCommandLineOption user(u"user"_s, {}, u"ID"_s);
   parser.addOptions({database, programDir, user});
-  if (!parser.parse(arguments) || !parser.positionalArguments().isEmpty()) {
-    std::fprintf(stderr, "goodsbook: %s\n", parser.errorText().toUtf8().constData());
-    return 2;
-  }
+  if (const auto status = readArguments(parser, arguments)) return *status;
   const QString folder = parser.isSet(programDir) ? parser.value(programDir) : defaultProgramDir();
   setColours(programSettings(folder)->value("Appearance/colours"_L1).toString());
   const auto session = logIn(folder, parser.value(database), parser.value(user));
