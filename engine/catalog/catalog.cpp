@@ -1,0 +1,116 @@
+#include "engine/catalog/catalog.h"
+
+#include <algorithm>
+#include <array>
+
+#include "engine/catalog/type_names.h"
+#include "engine/storage/sqlite_statement.h"
+#include "engine/syntax/parser.h"
+
+namespace goodsbook::engine {
+namespace {
+
+bool isHidden(std::string_view table) {
+  return table.starts_with(reservedPrefix) || table.starts_with("sqlite_");
+}
+
+std::string freeRowName(const TableInfo& table) {
+  for (const std::string_view name : {"rowid", "_rowid_", "oid"})
+    if (!table.find(name)) return std::string(name);
+  return {};
+}
+
+}  // namespace
+
+CatalogVersion Catalog::versionOf(sqlite3* db) {
+  const auto number = [&](const char* sql) {
+    SqliteStatement statement(db, sql);
+    return statement.step() ? statement.integer(0) : 0;
+  };
+  return {number("PRAGMA schema_version"), number("PRAGMA user_version")};
+}
+
+std::shared_ptr<const Catalog> Catalog::load(sqlite3* db) {
+  auto catalog = std::make_shared<Catalog>();
+  catalog->version_ = versionOf(db);
+  catalog->loadTables(db);
+  catalog->loadKeys(db);
+  catalog->loadProcedures(db);
+  return catalog;
+}
+
+void Catalog::loadTables(sqlite3* db) {
+  SqliteStatement rows(db,
+                       "SELECT m.name, c.name, c.type, c.\"notnull\", c.dflt_value FROM sqlite_schema m "
+                       "JOIN pragma_table_info(m.name) c WHERE m.type = 'table' ORDER BY m.name, c.cid");
+  while (rows.step()) {
+    if (isHidden(rows.text(0))) continue;
+    TableInfo& table = tables_[std::string(rows.text(0))];
+    table.name = rows.text(0);
+    ColumnInfo column;
+    column.name = rows.text(1);
+    column.identity = rows.text(2) == "INTEGER";
+    column.type = typeOfDeclared(rows.text(2));
+    column.nullable = rows.integer(3) == 0 && !column.identity;
+    column.defaultSql = rows.text(4);
+    column.defaultsToNow = column.defaultSql == "CURRENT_TIMESTAMP";
+    table.columns.push_back(std::move(column));
+  }
+  for (auto& [name, table] : tables_) table.rowName = freeRowName(table);
+}
+
+void Catalog::loadKeys(sqlite3* db) {
+  SqliteStatement rows(
+      db,
+      "SELECT m.name, i.name, i.origin, x.name FROM sqlite_schema m JOIN pragma_index_list(m.name) i "
+      "JOIN pragma_index_info(i.name) x WHERE m.type = 'table' AND i.\"unique\" "
+      "ORDER BY m.name, i.name, x.seqno");
+  std::string last;
+  while (rows.step()) {
+    if (isHidden(rows.text(0))) continue;
+    TableInfo& table = tables_[std::string(rows.text(0))];
+    if (last != rows.text(1)) {
+      last = rows.text(1);
+      KeyInfo key;
+      key.by = rows.text(2) == "pk"  ? UniqueBy::PrimaryKey
+               : rows.text(2) == "u" ? UniqueBy::Constraint
+                                     : UniqueBy::Index;
+      // An index is named "table.index" in the file.
+      key.name = key.by == UniqueBy::PrimaryKey   ? "PK_" + table.name
+                 : key.by == UniqueBy::Constraint ? "UQ_" + table.name
+                                                  : last.substr(std::min(last.size(), table.name.size() + 1));
+      table.keys.push_back(std::move(key));
+    }
+    if (const auto column = table.find(rows.text(3))) table.keys.back().columns.push_back(*column);
+  }
+}
+
+void Catalog::loadProcedures(sqlite3* db) {
+  SqliteStatement exists(db, "SELECT 1 FROM sqlite_schema WHERE name = 'goodsbook_procedures'");
+  if (!exists.step()) return;
+  SqliteStatement rows(db, "SELECT name, definition FROM goodsbook_procedures");
+  while (rows.step()) {
+    auto procedure = std::make_unique<ProcedureInfo>();
+    procedure->name = rows.text(0);
+    procedure->text = rows.text(1);
+    procedure->script = parse(procedure->text);
+    const auto& definition = std::get<CreateProcedure>(procedure->script.statements.front().node);
+    for (const ProcedureParameter& parameter : definition.parameters)
+      procedure->parameters.push_back(
+          {std::string(parameter.name.text), typeOf(parameter.type, 1), parameter.defaultValue.get()});
+    procedure->body = &definition.body;
+    procedures_.emplace(procedure->name, std::move(procedure));
+  }
+}
+
+const TableInfo* Catalog::findTable(std::string_view name) const {
+  const auto found = tables_.find(name);
+  return found == tables_.end() ? nullptr : &found->second;
+}
+
+const ProcedureInfo* Catalog::findProcedure(std::string_view name) const {
+  const auto found = procedures_.find(name);
+  return found == procedures_.end() ? nullptr : found->second.get();
+}
+
+}  // namespace goodsbook::engine

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <filesystem>
+
+struct sqlite3;
+
+namespace goodsbook::engine {
+
+// A checked copy of the database; the target appears only when it is complete. Error 3201 when the target
+// exists or cannot be written.
+void copyDatabase(sqlite3* source, const std::filesystem::path& target);
+
+// Throws 5172 with the first faults that are found.
+void requireIntact(sqlite3* db);
+
+}  // namespace goodsbook::engine

@@ -1,0 +1,86 @@
+#include "engine/execute/session.h"
+
+#include "engine/runtime/failure.h"
+#include "engine/storage/sqlite_errors.h"
+
+namespace goodsbook::engine {
+namespace {
+
+constexpr int cacheKibibytes = 64 * 1024;
+
+}  // namespace
+
+Session::Session(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout, Open open) {
+  const int create = open == Open::Create ? SQLITE_OPEN_CREATE : 0;
+  const int code =
+      sqlite3_open_v2(file.c_str(), &db_,
+                      SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE | create, nullptr);
+  owned_.reset(db_);
+  if (code != SQLITE_OK) throw sqliteFailure(db_, code);
+  sqlite3_busy_timeout(db_, static_cast<int>(busyTimeout.count()));
+  sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+  registerRuntime(db_, errors_);
+  runSql(db_, "PRAGMA journal_mode = WAL");
+  runSql(db_, "PRAGMA synchronous = FULL");
+  runSql(db_, "PRAGMA temp_store = MEMORY");
+  runSql(db_, concat("PRAGMA cache_size = -", std::to_string(cacheKibibytes)));
+}
+
+Session::~Session() {
+  forgetStatements();
+}
+
+Session::Lease::Lease(Session& session, StatementHandle handle, PlanPtr plan, std::vector<Value> values)
+    : session_(&session), handle_(std::move(handle)), plan_(std::move(plan)), values_(std::move(values)) {
+  for (std::size_t i = 0; i < values_.size(); ++i)
+    bindValue(handle_.get(), static_cast<int>(i + 1), values_[i]);
+}
+
+Session::Lease::~Lease() {
+  if (!handle_) return;
+  sqlite3_reset(handle_.get());
+  sqlite3_clear_bindings(handle_.get());
+  session_->keep(std::move(plan_), std::move(handle_));
+}
+
+int Session::Lease::step() {
+  return session_->step(handle_.get());
+}
+
+Session::Lease Session::lease(const PlanPtr& plan, std::vector<Value> values) {
+  StatementHandle handle;
+  if (const auto found = byPlan_.find(plan.get()); found != byPlan_.end()) {
+    handle = std::move(found->second->handle);
+    kept_.erase(found->second);
+    byPlan_.erase(found);
+  } else {
+    handle = prepare(db_, plan->sql, SQLITE_PREPARE_PERSISTENT);
+  }
+  return {*this, std::move(handle), plan, std::move(values)};
+}
+
+int Session::step(sqlite3_stmt* statement) {
+  errors_.last.reset();
+  const int code = sqlite3_step(statement);
+  if (code == SQLITE_ROW || code == SQLITE_DONE || (code & 0xff) == SQLITE_CONSTRAINT) return code;
+  if (errors_.last) throw SqlError(*errors_.last);
+  throw sqliteFailure(db_, code);
+}
+
+void Session::keep(PlanPtr plan, StatementHandle handle) {
+  if (!plan->reusable || byPlan_.contains(plan.get())) return;
+  const Plan* key = plan.get();
+  kept_.push_front({std::move(plan), std::move(handle)});
+  byPlan_[key] = kept_.begin();
+  if (kept_.size() <= keptStatements) return;
+  byPlan_.erase(kept_.back().plan.get());
+  kept_.pop_back();
+}
+
+void Session::forgetStatements() {
+  byPlan_.clear();
+  kept_.clear();
+}
+
+}  // namespace goodsbook::engine
