@@ -102,11 +102,8 @@ SelectItem Parser::parseSelectItem() {
     }
   }
   item.expression = parseValue();
-  if (accept(Keyword::As)) {
-    item.alias = parseColumnAlias();
-  } else if (atName() || at(TokenKind::Text) || at(TokenKind::National)) {
-    item.alias = parseColumnAlias();
-  }
+  const bool named = accept(Keyword::As) || atName() || at(TokenKind::Text) || at(TokenKind::National);
+  if (named) item.alias = parseColumnAlias();
   return item;
 }
 

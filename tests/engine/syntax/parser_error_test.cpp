@@ -72,8 +72,8 @@ const ErrorRow syntax[] = {
     {"a procedure behind another statement", "select 1 create procedure p as select 2", 111,
      "'CREATE PROCEDURE' 必须是批处理中的第一条语句。"},
     {"a procedure without a body", "create procedure p as", 102, "'as' 附近有语法错误。"},
-    {"a long word is cut between two characters", "selec '一二三四五六七八九十一二三四五六七八九十甲'", 102,
-     "'selec' 附近有语法错误。"},
+    {"a long word is cut between two characters", "delete t 一二三四五六七八九十一二三四五六七八九十甲", 102,
+     "'一二三四五六七八九十一二三四五六七八九十…' 附近有语法错误。"},
 };
 
 const ErrorRow refused[] = {

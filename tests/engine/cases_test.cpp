@@ -1,0 +1,159 @@
+#include "tests/engine/support/cases.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdio>
+#include <string>
+
+#include "engine/syntax/names.h"
+#include "engine/syntax/parser.h"
+#include "tests/engine/support/session.h"
+
+// What a real server answered, statement by statement.
+namespace goodsbook::engine::test {
+
+void PrintTo(const Case& recorded, std::ostream* out) {
+  *out << recorded.name;
+}
+
+namespace {
+
+bool isNumber(const std::string& type) {
+  return type == "int" || type == "bit" || type == "float" || type == "decimal";
+}
+
+// One spelling for each number.
+std::string canonical(const Value& value, const std::string& type) {
+  if (!value) return "NULL";
+  if (!isNumber(type)) return "'" + *value + "'";
+  double number = 0;
+  const auto read = std::from_chars(value->data(), value->data() + value->size(), number);
+  if (read.ec != std::errc{} || read.ptr != value->data() + value->size()) return "no number: " + *value;
+  std::array<char, 64> text{};
+  std::snprintf(text.data(), text.size(), "%.12g", number == 0 ? 0.0 : number);
+  return text.data();
+}
+
+std::vector<std::string> lines(const Rows& rows, const std::vector<std::string>& types,
+                               const std::vector<std::size_t>& columns) {
+  std::vector<std::string> result;
+  for (const auto& row : rows) {
+    std::string line;
+    for (std::size_t i = 0; i < columns.size(); ++i) line += canonical(row.at(columns[i]), types[i]) + " | ";
+    result.push_back(std::move(line));
+  }
+  return result;
+}
+
+bool agrees(Type type, const std::string& recorded) {
+  switch (type) {
+    case Type::Bit:
+      return recorded == "bit";
+    case Type::Integer:
+      return recorded == "int";
+    case Type::Float:
+      return recorded == "float" || recorded == "decimal";
+    case Type::DateTime:
+      return recorded == "datetime";
+    case Type::Text:
+      return recorded == "text";
+    case Type::Blob:
+      return recorded == "binary";
+  }
+  return false;
+}
+
+// Where the recorded columns are in a set, by name in a subset, else by place.
+std::vector<std::size_t> columnsOf(const ResultSet& set, const CaseSet& recorded, bool subset) {
+  std::vector<std::size_t> columns;
+  for (std::size_t i = 0; i < recorded.types.size(); ++i) {
+    std::size_t place = i;
+    if (subset && i < recorded.columns.size() && recorded.columns[i]) {
+      const auto found = std::find_if(set.columns.begin(), set.columns.end(), [&](const Column& column) {
+        return sameName(column.name, *recorded.columns[i]);
+      });
+      place = static_cast<std::size_t>(found - set.columns.begin());
+    }
+    columns.push_back(place);
+  }
+  return columns;
+}
+
+void compareSet(const ResultSet& set, const CaseSet& recorded, const Case& test) {
+  if (!test.subset) {
+    ASSERT_EQ(set.columns.size(), recorded.types.size());
+  }
+  const std::vector<std::size_t> columns = columnsOf(set, recorded, test.subset);
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    ASSERT_LT(columns[i], set.columns.size()) << "column " << i;
+    const Column& column = set.columns[columns[i]];
+    EXPECT_TRUE(agrees(column.type, recorded.types[i]))
+        << "column " << i << " is of type " << static_cast<int>(column.type) << ", not " << recorded.types[i];
+    if (i >= recorded.columns.size() || !recorded.columns[i]) continue;
+    EXPECT_TRUE(sameName(column.name, *recorded.columns[i])) << column.name << " / " << *recorded.columns[i];
+  }
+  std::vector<std::string> ours = lines(set.rows, recorded.types, columns);
+  std::vector<std::size_t> places(recorded.types.size());
+  for (std::size_t i = 0; i < places.size(); ++i) places[i] = i;
+  std::vector<std::string> theirs = lines(recorded.rows, recorded.types, places);
+  if (!test.ordered) {
+    std::sort(ours.begin(), ours.end());
+    std::sort(theirs.begin(), theirs.end());
+  }
+  EXPECT_EQ(ours, theirs);
+}
+
+void compareError(const Diagnostic& error, const Case& test) {
+  ASSERT_TRUE(test.error.has_value() || (test.beyond && error.number == notSupportedError))
+      << error.number << ": " << error.text;
+  if (!test.error) return;
+  const int number = error.number == 8152 ? 2628 : error.number;
+  const int recorded = test.error->documented.value_or(test.error->number.value_or(0));
+  EXPECT_EQ(number, recorded == 8152 ? 2628 : recorded) << error.text;
+  EXPECT_GE(error.severity, 11) << error.text;
+  EXPECT_FALSE(error.text.empty());
+}
+
+// Counts of batches with conditions and procedures are not recorded.
+bool countsAreRecorded(const Case& test) {
+  return !test.counts.empty() ||
+         (test.batch.find("if ") == std::string::npos && test.batch.find("exec ") == std::string::npos);
+}
+
+class CasesTest : public testing::TestWithParam<Case> {};
+
+TEST_P(CasesTest, AnswersAsAServerDoes) {
+  const Case& test = GetParam();
+  Session session;
+  for (const std::string& setup : test.setup) session.setUp({session.filled(setup)});
+  const std::string batch = session.filled(test.batch);
+  SCOPED_TRACE(batch);
+  const Outcome outcome = session.run(batch);
+  if (outcome.error) {
+    compareError(*outcome.error, test);
+    if (!test.error) return;
+  } else {
+    ASSERT_FALSE(test.error.has_value()) << "no error " << test.error->documented.value_or(0);
+    ASSERT_EQ(outcome.sets.size(), test.sets.size());
+    for (std::size_t i = 0; i < test.sets.size(); ++i) compareSet(outcome.sets[i], test.sets[i], test);
+    if (countsAreRecorded(test)) {
+      EXPECT_EQ(outcome.counts, test.counts);
+    }
+  }
+  for (const CaseSet& state : test.after) {
+    SCOPED_TRACE(state.query);
+    const Outcome after = session.run(state.query);
+    ASSERT_FALSE(after.error.has_value()) << after.error->text;
+    ASSERT_EQ(after.sets.size(), 1U);
+    Case unordered;
+    compareSet(after.sets.front(), state, unordered);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Recorded, CasesTest, testing::ValuesIn(recordedCases()));
+
+}  // namespace
+}  // namespace goodsbook::engine::test

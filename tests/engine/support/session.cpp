@@ -1,0 +1,190 @@
+#include "tests/engine/support/session.h"
+
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <stdexcept>
+
+#include "engine/syntax/batches.h"
+#include "tests/engine/support/cases.h"
+
+namespace goodsbook::engine::test {
+namespace {
+
+constexpr std::int64_t millisecondsOfDay = 86'400'000;
+
+std::filesystem::path temporaryFolder() {
+  std::string pattern = (std::filesystem::temp_directory_path() / "engine_test_XXXXXX").string();
+  if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
+  return pattern;
+}
+
+class Folder {
+ public:
+  Folder() : path_(temporaryFolder()) {}
+  ~Folder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+class Nothing : public ResultSink {
+ public:
+  void beginSet(std::span<const Column>) override {}
+  void row(const Row&) override {}
+};
+
+// The tables of the cases, made once for all sessions of a process.
+const std::filesystem::path& templateFile() {
+  static const Folder folder;
+  static const std::filesystem::path file = [] {
+    const std::filesystem::path made = folder.path() / "made.db";
+    const std::filesystem::path copy = folder.path() / "template.db";
+    const auto connection = Connection::open(made, {.create = true});
+    Nothing sink;
+    for (const BatchText& batch : splitBatches(preludeScript())) {
+      connection->execute(batch.text, sink, Permission::Owner);
+    }
+    connection->backup(copy);
+    return copy;
+  }();
+  return file;
+}
+
+std::string dateTimeText(std::int64_t milliseconds) {
+  const std::int64_t day = milliseconds / millisecondsOfDay - (milliseconds % millisecondsOfDay < 0 ? 1 : 0);
+  const std::int64_t rest = milliseconds - day * millisecondsOfDay;
+  const std::chrono::sys_days date =
+      std::chrono::sys_days(std::chrono::year{1900} / 1 / 1) + std::chrono::days(day);
+  const std::chrono::year_month_day parts(date);
+  std::array<char, 64> text{};
+  std::snprintf(text.data(), text.size(), "%04d-%02u-%02u %02d:%02d:%02d", static_cast<int>(parts.year()),
+                static_cast<unsigned>(parts.month()), static_cast<unsigned>(parts.day()),
+                static_cast<int>(rest / 3'600'000), static_cast<int>(rest / 60'000 % 60),
+                static_cast<int>(rest / 1'000 % 60));
+  std::string result = text.data();
+  if (rest % 1'000 != 0) {
+    std::snprintf(text.data(), text.size(), ".%03d", static_cast<int>(rest % 1'000));
+    result += text.data();
+  }
+  return result;
+}
+
+std::string realText(double value) {
+  std::array<char, 64> text{};
+  const auto end = std::to_chars(text.data(), text.data() + text.size(), value == 0 ? 0.0 : value);
+  return {text.data(), end.ptr};
+}
+
+std::string blobText(std::span<const std::byte> bytes) {
+  static constexpr std::string_view digits = "0123456789ABCDEF";
+  std::string text = "0x";
+  for (std::byte byte : bytes) {
+    text += digits[std::to_integer<unsigned>(byte) >> 4U];
+    text += digits[std::to_integer<unsigned>(byte) & 15U];
+  }
+  return text;
+}
+
+class Collector : public ResultSink {
+ public:
+  explicit Collector(Outcome& outcome) : outcome_(outcome) {}
+  void beginSet(std::span<const Column> columns) override {
+    outcome_.sets.emplace_back().columns.assign(columns.begin(), columns.end());
+  }
+  void row(const Row& row) override {
+    ResultSet& set = outcome_.sets.back();
+    auto& values = set.rows.emplace_back();
+    for (std::size_t i = 0; i < set.columns.size(); ++i) {
+      values.push_back(valueText(row, static_cast<int>(i), set.columns[i].type));
+    }
+  }
+  void affected(std::int64_t rows) override { outcome_.counts.push_back(rows); }
+  void notice(const Diagnostic& notice) override { outcome_.notices.push_back(notice); }
+
+ private:
+  Outcome& outcome_;
+};
+
+}  // namespace
+
+Value valueText(const Row& row, int column, Type type) {
+  if (row.isNull(column)) return std::nullopt;
+  switch (type) {
+    case Type::Bit:
+    case Type::Integer:
+      return std::to_string(row.integer(column));
+    case Type::Float:
+      return realText(row.real(column));
+    case Type::DateTime:
+      return dateTimeText(row.integer(column));
+    case Type::Text:
+      return std::string(row.text(column));
+    case Type::Blob:
+      return blobText(row.blob(column));
+  }
+  return std::nullopt;
+}
+
+std::int64_t Session::now() {
+  using namespace std::chrono;
+  const sys_days date{year{2026} / 11 / 20};
+  return duration_cast<milliseconds>(date - sys_days(year{1900} / 1 / 1) + 10h + 11min + 12s).count();
+}
+
+Session::Session() : folder_(temporaryFolder()) {
+  const std::filesystem::path file = folder_ / "test.db";
+  std::filesystem::copy_file(templateFile(), file);
+  connection_ = Connection::open(file, {.now = now});
+}
+
+Session::~Session() {
+  connection_.reset();
+  std::error_code ignored;
+  std::filesystem::remove_all(folder_, ignored);
+}
+
+Outcome Session::run(std::string_view batch, Permission permission) {
+  Outcome outcome;
+  Collector collector(outcome);
+  try {
+    connection_->execute(batch, collector, permission);
+  } catch (const SqlError& error) {
+    outcome.error = error.diagnostic();
+  }
+  return outcome;
+}
+
+void Session::setUp(std::initializer_list<std::string_view> batches) {
+  for (std::string_view batch : batches) {
+    const Outcome outcome = run(batch);
+    if (outcome.error) throw std::runtime_error(outcome.error->text + "\n" + std::string(batch));
+  }
+}
+
+Rows Session::rows(std::string_view select) {
+  Outcome outcome = run(select);
+  if (outcome.error) throw std::runtime_error(outcome.error->text + "\n" + std::string(select));
+  if (outcome.sets.size() != 1) throw std::runtime_error("not one set: " + std::string(select));
+  return std::move(outcome.sets.front().rows);
+}
+
+std::string Session::filled(std::string batch) {
+  for (std::size_t open = batch.find("{{"); open != std::string::npos; open = batch.find("{{")) {
+    const std::size_t close = batch.find("}}");
+    const Rows found = rows(batch.substr(open + 2, close - open - 2));
+    if (found.empty()) throw std::runtime_error("no row for " + batch);
+    batch.replace(open, close + 2 - open, found.front().front().value_or("NULL"));
+  }
+  return batch;
+}
+
+}  // namespace goodsbook::engine::test
