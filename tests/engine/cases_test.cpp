@@ -128,7 +128,10 @@ class CasesTest : public testing::TestWithParam<Case> {};
 TEST_P(CasesTest, AnswersAsAServerDoes) {
   const Case& test = GetParam();
   Session session;
-  for (const std::string& setup : test.setup) session.setUp({session.filled(setup)});
+  for (const std::string& setup : test.setup) {
+    const std::string batch = session.filled(setup);
+    session.setUp(std::array{std::string_view(batch)});
+  }
   const std::string batch = session.filled(test.batch);
   SCOPED_TRACE(batch);
   const Outcome outcome = session.run(batch);

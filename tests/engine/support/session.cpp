@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "engine/syntax/batches.h"
+#include "schema/schema.h"
 #include "tests/engine/support/cases.h"
 
 namespace goodsbook::engine::test {
@@ -42,21 +43,37 @@ class Nothing : public ResultSink {
   void row(const Row&) override {}
 };
 
-// The tables of the cases, made once for all sessions of a process.
-const std::filesystem::path& templateFile() {
-  static const Folder folder;
-  static const std::filesystem::path file = [] {
-    const std::filesystem::path made = folder.path() / "made.db";
-    const std::filesystem::path copy = folder.path() / "template.db";
-    const auto connection = Connection::open(made, {.create = true});
+// Files with the tables, made once for all sessions of a process.
+class Templates {
+ public:
+  const std::filesystem::path& file(Tables tables) {
+    auto& path = files_[tables == Tables::Cases ? 0 : 1];
+    if (path.empty()) path = make(tables == Tables::Cases ? preludeScript() : schema::script());
+    return path;
+  }
+
+ private:
+  std::filesystem::path make(std::string_view script) {
+    const std::string number = std::to_string(++made_);
+    const std::filesystem::path copy = folder_.path() / ("template" + number + ".db");
+    Options options;
+    options.create = true;
+    const auto connection = Connection::open(folder_.path() / ("made" + number + ".db"), options);
     Nothing sink;
-    for (const BatchText& batch : splitBatches(preludeScript())) {
+    for (const BatchText& batch : splitBatches(script))
       connection->execute(batch.text, sink, Permission::Owner);
-    }
     connection->backup(copy);
     return copy;
-  }();
-  return file;
+  }
+
+  Folder folder_;
+  std::array<std::filesystem::path, 2> files_;
+  int made_ = 0;
+};
+
+const std::filesystem::path& templateFile(Tables tables) {
+  static Templates templates;
+  return templates.file(tables);
 }
 
 std::string dateTimeText(std::int64_t milliseconds) {
@@ -140,10 +157,12 @@ std::int64_t Session::now() {
   return duration_cast<milliseconds>(date - sys_days(year{1900} / 1 / 1) + 10h + 11min + 12s).count();
 }
 
-Session::Session() : folder_(temporaryFolder()) {
+Session::Session(Tables tables) : folder_(temporaryFolder()) {
   const std::filesystem::path file = folder_ / "test.db";
-  std::filesystem::copy_file(templateFile(), file);
-  connection_ = Connection::open(file, {.now = now});
+  std::filesystem::copy_file(templateFile(tables), file);
+  Options options;
+  options.now = now;
+  connection_ = Connection::open(file, options);
 }
 
 Session::~Session() {
@@ -163,7 +182,7 @@ Outcome Session::run(std::string_view batch, Permission permission) {
   return outcome;
 }
 
-void Session::setUp(std::initializer_list<std::string_view> batches) {
+void Session::setUp(std::span<const std::string_view> batches) {
   for (std::string_view batch : batches) {
     const Outcome outcome = run(batch);
     if (outcome.error) throw std::runtime_error(outcome.error->text + "\n" + std::string(batch));

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <filesystem>
-#include <initializer_list>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,10 +28,12 @@ struct Outcome {
   std::optional<Diagnostic> error;
 };
 
-// A file in a temporary folder that goes with the session. The tables of the cases are in it.
+enum class Tables { Cases, Program };  // those of the recorded cases, or those that the program works on
+
+// A file in a temporary folder that goes with the session. The tables are in it.
 class Session {
  public:
-  Session();
+  explicit Session(Tables tables = Tables::Cases);
   ~Session();
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
@@ -39,7 +41,7 @@ class Session {
   // Runs a batch and tells what came of it; errors are part of that.
   Outcome run(std::string_view batch, Permission permission = Permission::Screens);
   // Runs batches that must succeed.
-  void setUp(std::initializer_list<std::string_view> batches);
+  void setUp(std::span<const std::string_view> batches);
   // The rows of the only set of a select that must succeed.
   Rows rows(std::string_view select);
   // Puts the first value of `query` in place of each {{query}}.
