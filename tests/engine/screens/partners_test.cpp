@@ -75,7 +75,7 @@ std::string partnerAdd(const std::string& table, const std::string& number, cons
          "(KH_GYS_ID, KG_NAME,PYM,FULL_NAME, GRADE, ADDR_ID, SEND_ID, KM_IDA,KM_IDB, BDATE,EDATE, FZR, TEL, TEL1, FAX, ADDR, "
          "EMAIL, NOTE, "
          "WEB)VALUES('N1','新','X','新全称','2','01','1','" +
-         account + "',GETDATE(),GETDATE(),'联系人','010','139','','','','','www.x.cn')";
+         number + "','" + account + "',GETDATE(),GETDATE(),'联系人','010','139','','','','','www.x.cn')";
 }
 
 const StatementRow partners[] = {
