@@ -53,9 +53,14 @@ class GOODSBOOKHOST_EXPORT TDBGridEh : public QTableView {
   void setAllowAppend(bool on);  // Down behind the last row appends one
   void setRowNumbers(bool on);
   void setSortable(bool on);
-  void setEvenRowColor(const QColor& color);  // none: the palette's alternate colour
-  void setEmptyText(const QString& text);     // what an empty list says to do next
-  void setFooterVisible(bool on);             // sums of columns that ask for one
+  void setEvenRowColor(const QColor& color);       // none: the palette's alternate colour
+  void setEmptyText(const QString& text);          // what an empty list says to do next
+  void setFooterVisible(bool on);                  // sums of columns that ask for one
+  QString footerText(const QString& field) const;  // the sum shown under a column
+
+  // Makes the next row current whose text in the current column begins with `text`, behind the current row
+  // and around; the same search goes on by typing and F3. False when there is none.
+  bool findText(const QString& text);
 
   // Rows picked by the user, in the order of picking; none picked is empty (the current row does not count).
   std::vector<RecordSet::Bookmark> selectedRows() const;
@@ -84,6 +89,18 @@ class GOODSBOOKHOST_EXPORT TDBGridEh : public QTableView {
   void titleClicked(const QString& field);
   void columnEntered(const QString& field);
   void keyPressed(QKeyEvent* event);  // before the grid handles it; accepted events go no further
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void inputMethodEvent(QInputMethodEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void updateGeometries() override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
  private:
   class Private;

@@ -10,13 +10,13 @@ namespace goodsbook {
 
 // A table of short codes and names that lookup edits choose from.
 struct GOODSBOOKHOST_EXPORT LookupTable {
-  QString caption;        // "商品类别"
-  QString table;          // "D1004"
-  QString idField;        // "CLASS_ID"
-  QString nameField;      // "CLASS_NAME"
-  QString initialsField;  // "PYM"; empty where the table has none
-  QString parentField;    // "OID" of a tree, top level "Z"; empty for a flat table
-  QString offered;        // condition of the rows that a picker offers; empty for all
+  QString caption = {};        // "商品类别"
+  QString table = {};          // "D1004"
+  QString idField = {};        // "CLASS_ID"
+  QString nameField = {};      // "CLASS_NAME"
+  QString initialsField = {};  // "PYM"; empty where the table has none
+  QString parentField = {};    // "OID" of a tree, top level "Z"; empty for a flat table
+  QString offered = {};        // condition of the rows that a picker offers; empty for all
   QString idTitle = QStringLiteral("代号");
   QString nameTitle = QStringLiteral("名称");
 

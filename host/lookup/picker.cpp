@@ -16,7 +16,7 @@ namespace goodsbook {
 
 namespace {
 
-constexpr int indentOfLevel = 16;
+constexpr int blanksOfLevel = 4;
 
 // One row for the list: code, name, initials.
 class ListRow : public engine::Row {
@@ -84,7 +84,7 @@ void LookupPicker::build() {
   grid_->setRecordSet(rows_);
   grid_->setDrawColumnCell([this](int row, const QString& field, QStyleOptionViewItem& option) {
     if (row < static_cast<int>(levels_.size()) && field.compare(table_.nameField, Qt::CaseInsensitive) == 0) {
-      option.rect.adjust(indentOfLevel * levels_[static_cast<std::size_t>(row)], 0, 0, 0);
+      option.text.prepend(QString(blanksOfLevel * levels_[static_cast<std::size_t>(row)], u' '));
     }
   });
   auto* column = new QVBoxLayout(this);

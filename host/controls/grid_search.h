@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QLabel>
+#include <QTimer>
+
+#include "host/controls/TDBGridEh.h"
+
+namespace goodsbook {
+
+class GridModel;
+
+// Finding a row by typing in the current column of a grid that is not edited there. What was typed stands in
+// a small hint until the user goes on to something else.
+class GridSearch : public QObject {
+  Q_OBJECT
+
+ public:
+  GridSearch(TDBGridEh* grid, GridModel* model);
+
+  bool isActive() const { return !typed_.isEmpty(); }
+  QString typed() const { return typed_; }
+  bool handleKey(const QKeyEvent& event);  // true when the key belonged to the search
+  void type(const QString& text);          // of an input method, too
+  bool begin(const QString& text);         // behind the current row
+  void stop();
+
+ private:
+  bool find(const QString& text, int from, int step);
+  void showHint(bool found);
+
+  TDBGridEh* grid_;
+  GridModel* model_;
+  QLabel* hint_;
+  QTimer timeout_;
+  QString typed_;
+  bool isMoving_ = false;
+};
+
+}  // namespace goodsbook
