@@ -148,7 +148,7 @@ const StatementRow units[] = {
      edited + "exec SYS_DW @t='1',@adw='" + number +
          "',@tm='690003',@dw_id='02',@abase=1,@cgj=4,@pfj=5,@vipsj=6,@sj=7;" + guard("A002") +
          barcodeCount("A002"),
-     "select T,WL_NAME from D1801DW inner join D1801 on D1801.WL_ID=D1801DW.WL_ID where TM='690003'",
+     "select D1801DW.T,WL_NAME from D1801DW inner join D1801 on D1801.WL_ID=D1801DW.WL_ID where TM='690003'",
      {"0|雪碧"},
      50000},
     {"the count of a barcode takes in extra barcodes",

@@ -44,6 +44,18 @@ constexpr std::string_view shopData[] = {
     "select '26110002',1,WL_ID,'02',5,1.8,9,0,0,5,1,'n',0,adw from D1801DW where TM='690002'",
 };
 
+// The shop, made once for all tests of a process.
+const std::filesystem::path& shopFile() {
+  static Session shop(Tables::Program);
+  static const std::filesystem::path file = [] {
+    shop.setUp(shopData);
+    const std::filesystem::path copy = shop.folder() / "shop.db";
+    shop.connection().backup(copy);
+    return copy;
+  }();
+  return file;
+}
+
 std::string line(const std::vector<Value>& row) {
   std::string text;
   for (const Value& value : row) {
@@ -60,8 +72,7 @@ void PrintTo(const StatementRow& row, std::ostream* out) {
 }
 
 void expectAnswer(const StatementRow& row) {
-  Session session(Tables::Program);
-  session.setUp(shopData);
+  Session session(shopFile());
   const std::string batch = session.filled(row.batch);
   SCOPED_TRACE(batch);
   const Outcome outcome = session.run(batch);

@@ -1,5 +1,7 @@
 #include "tests/engine/support/session.h"
 
+#include <unistd.h>
+
 #include <array>
 #include <charconv>
 #include <chrono>
@@ -16,8 +18,12 @@ namespace {
 
 constexpr std::int64_t millisecondsOfDay = 86'400'000;
 
+// In memory where there is such a place: every commit waits for the disk otherwise.
 std::filesystem::path temporaryFolder() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "engine_test_XXXXXX").string();
+  const std::filesystem::path memory = "/dev/shm";
+  const bool inMemory = access(memory.c_str(), W_OK) == 0;
+  std::string pattern =
+      ((inMemory ? memory : std::filesystem::temp_directory_path()) / "engine_test_XXXXXX").string();
   if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
   return pattern;
 }
@@ -157,9 +163,11 @@ std::int64_t Session::now() {
   return duration_cast<milliseconds>(date - sys_days(year{1900} / 1 / 1) + 10h + 11min + 12s).count();
 }
 
-Session::Session(Tables tables) : folder_(temporaryFolder()) {
+Session::Session(Tables tables) : Session(templateFile(tables)) {}
+
+Session::Session(const std::filesystem::path& original) : folder_(temporaryFolder()) {
   const std::filesystem::path file = folder_ / "test.db";
-  std::filesystem::copy_file(templateFile(tables), file);
+  std::filesystem::copy_file(original, file);
   Options options;
   options.now = now;
   connection_ = Connection::open(file, options);

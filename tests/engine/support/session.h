@@ -34,6 +34,8 @@ enum class Tables { Cases, Program };  // those of the recorded cases, or those 
 class Session {
  public:
   explicit Session(Tables tables = Tables::Cases);
+  // Begins with a copy of a database file.
+  explicit Session(const std::filesystem::path& original);
   ~Session();
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
