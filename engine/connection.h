@@ -16,7 +16,7 @@ enum class Permission : std::uint8_t { Screens, Owner };
 
 struct Options {
   std::chrono::milliseconds busyTimeout{10'000};  // how long a writer waits for another program
-  std::function<std::int64_t()> now;  // GETDATE() in milliseconds since 1900-01-01; the system's local clock when empty
+  std::function<std::int64_t()> now = {};  // GETDATE() in milliseconds since 1900-01-01; the system's local clock when empty
   bool create = false;                // create the file when it is missing
 };
 
