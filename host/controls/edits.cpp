@@ -10,6 +10,9 @@
 #include <QMimeData>
 #include <algorithm>
 
+#include "host/data/display_format.h"
+#include "host/data/value_text.h"
+
 using namespace Qt::StringLiterals;
 
 namespace goodsbook {
@@ -187,25 +190,8 @@ QString TDBNumberEditEh::accepted(const QString& typed, const QString& before, c
 }
 
 void TDBNumberEditEh::setValue(double value) {
-  const qsizetype point = format_.indexOf(u'.');
-  if (format_.isEmpty()) {
-    setText(QString::number(value, 'f', QLocale::FloatingPointShortest));
-    return;
-  }
-  const QString behind = point < 0 ? QString() : format_.mid(point + 1);
-  const qsizetype fixed = behind.count(u'0');
-  // Fifteen digits are what a typed price means; the binary rest behind them must not decide how it is
-  // rounded.
-  const double typed = QString::number(value, 'g', 15).toDouble();
-  const double nudge = typed == 0 ? 0 : typed * 1e-15;
-  QString shown = QString::number(typed + nudge, 'f', static_cast<int>(fixed + behind.count(u'#')));
-  if (shown.contains(u'.')) {
-    const qsizetype least = shown.indexOf(u'.') + 1 + fixed;
-    while (shown.size() > least && shown.endsWith(u'0')) shown.chop(1);
-    if (shown.endsWith(u'.')) shown.chop(1);
-  }
-  if (shown.startsWith(u'-') && shown.count(u'0') + shown.count(u'.') == shown.size() - 1) shown.remove(0, 1);
-  setText(shown);
+  QString format = format_;
+  setText(format.isEmpty() ? floatText(value) : formatNumber(value, format.remove(u',')));
 }
 
 double TDBNumberEditEh::value() const {

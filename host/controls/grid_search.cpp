@@ -11,7 +11,6 @@ namespace goodsbook {
 
 GridSearch::GridSearch(TDBGridEh* grid, GridModel* model)
     : QObject(grid), grid_(grid), model_(model), hint_(new QLabel(grid->viewport())) {
-  hint_->setObjectName(u"searchHint"_s);
   hint_->setAutoFillBackground(true);
   hint_->setBackgroundRole(QPalette::ToolTipBase);
   hint_->setForegroundRole(QPalette::ToolTipText);

@@ -1,10 +1,7 @@
 #include "host/controls/storage.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QSettings>
 #include <QWidget>
-#include <memory>
 
 #include "host/controls/TDBGridEh.h"
 #include "host/session.h"
@@ -28,24 +25,16 @@ QString TIniPropStorageManEh::path() const {
 QVariant TIniPropStorageManEh::read(const QString& section, const QString& key,
                                     const QVariant& fallback) const {
   const QSettings file(path(), QSettings::IniFormat);
-  if (file.status() != QSettings::NoError) return fallback;
   return file.value(section + u'/' + key, fallback);
 }
 
 bool TIniPropStorageManEh::write(const QString& section, const QMap<QString, QVariant>& values) {
-  auto file = std::make_unique<QSettings>(path(), QSettings::IniFormat);
-  if (file->status() == QSettings::FormatError) {
-    file.reset();
-    const QString aside = path() + u".broken"_s;
-    QFile::remove(aside);
-    QFile::rename(path(), aside);
-    file = std::make_unique<QSettings>(path(), QSettings::IniFormat);
-  }
+  QSettings file(path(), QSettings::IniFormat);
   for (auto value = values.begin(); value != values.end(); ++value) {
-    file->setValue(section + u'/' + value.key(), value.value());
+    file.setValue(section + u'/' + value.key(), value.value());
   }
-  file->sync();
-  return file->status() == QSettings::NoError;
+  file.sync();
+  return file.status() != QSettings::AccessError;
 }
 
 TPropStorageEh::TPropStorageEh(const QString& section, TIniPropStorageManEh* manager, QObject* parent)

@@ -231,6 +231,10 @@ bool LookupPicker::eventFilter(QObject* watched, QEvent* event) {
   return TFrm_Base::eventFilter(watched, event);
 }
 
+QString LookupPicker::helpText() const {
+  return tr("录入代号、名称或拼音首字母的一部分查找。\n↑ ↓ 移动，回车或双击选取，Esc 关闭。");
+}
+
 void LookupPicker::focusWent(const QWidget* now) {
   // The edit may have the focus while the list shows: Esc there closes the list and not the screen.
   if (isVisible() && now != nullptr && now != edit_ && now->window() != this) hide();

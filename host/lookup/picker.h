@@ -49,6 +49,7 @@ class GOODSBOOKHOST_EXPORT LookupPicker : public TFrm_Base {
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
+  QString helpText() const override;
 
  private:
   void build();

@@ -214,7 +214,7 @@ TEST_F(GridTest, TypingFindsRowsInAColumnThatIsNotEdited) {
   grid.setSelectedField(u"WL_ID"_s);
   QTest::keyClicks(&grid, u"c3"_s);
   EXPECT_EQ(rows.text(u"WL_ID"_s), u"C3"_s);
-  auto* hint = grid.findChild<QLabel*>(u"searchHint"_s);
+  auto* hint = grid.viewport()->findChild<QLabel*>();
   EXPECT_TRUE(hint->isVisible());
   EXPECT_EQ(hint->text(), u"查找：c3"_s);
   QTest::keyClick(&grid, Qt::Key_F3);
