@@ -17,8 +17,10 @@ class GOODSBOOKHOST_EXPORT Database {
 
   virtual ~Database();
 
-  // Runs a batch, in a transaction of its own or in the open one; an error of severity 11 or more leaves nothing of it.
-  virtual void execute(const QString& batch, engine::ResultSink& sink, Permission permission = Permission::Screens) = 0;
+  // Runs a batch, in a transaction of its own or in the open one; an error of severity 11 or more leaves
+  // nothing of it.
+  virtual void execute(const QString& batch, engine::ResultSink& sink,
+                       Permission permission = Permission::Screens) = 0;
 
   // Streams one select; the sink sees beginSet, the rows, endSet.
   virtual void query(const QString& select, engine::ResultSink& sink) = 0;
@@ -32,10 +34,10 @@ class GOODSBOOKHOST_EXPORT Database {
   virtual void rollback() = 0;
   virtual bool inTransaction() const = 0;
 
-  // Stores bytes into one cell: table.field of the row whose keyField equals keyValue. In the open transaction or its own.
-  // Returns the number of rows written.
-  virtual int storeBlob(const QString& table, const QString& field, const QString& keyField, const QString& keyValue,
-                        const QByteArray& bytes) = 0;
+  // Stores bytes into one cell: table.field of the row whose keyField equals keyValue. In the open
+  // transaction or its own. Returns the number of rows written.
+  virtual int storeBlob(const QString& table, const QString& field, const QString& keyField,
+                        const QString& keyValue, const QByteArray& bytes) = 0;
 
   // Stops the running statement, from any thread.
   virtual void interrupt() = 0;
@@ -64,7 +66,9 @@ struct EmbeddedOptions {
   std::function<QDateTime()> clock = {};  // GETDATE(); the system's clock when empty
 };
 
-// Opens an embedded database file, creates or upgrades its schema. ":memory:" is a private file that goes with the object.
-GOODSBOOKHOST_EXPORT std::unique_ptr<Database> openEmbeddedDatabase(const QString& file, EmbeddedOptions options = {});
+// Opens an embedded database file, creates or upgrades its schema. ":memory:" is a private file that goes
+// with the object.
+GOODSBOOKHOST_EXPORT std::unique_ptr<Database> openEmbeddedDatabase(const QString& file,
+                                                                    EmbeddedOptions options = {});
 
 }  // namespace goodsbook

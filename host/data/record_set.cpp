@@ -104,6 +104,10 @@ void RecordSet::declareFields(std::vector<Field> fields) {
   d_->declared = std::move(fields);
 }
 
+const std::vector<Field>& RecordSet::declaredFields() const {
+  return d_->declared;
+}
+
 // --- loading
 
 void RecordSet::beginLoad(std::span<const engine::Column> columns) {
@@ -265,6 +269,17 @@ void RecordSet::saveToFile(const QString& path) const {
 
 void RecordSet::loadFromFile(const QString& path) {
   RowTable table = readRecordFile(path);
+  {
+    const Private::Reset reset(*d_);
+    d_->drop();
+    d_->replaceRows(std::move(table));
+  }
+  d_->tellOpened();
+}
+
+void RecordSet::adopt(RecordSet& loaded) {
+  RowTable table = std::move(loaded.d_->table);
+  loaded.close();
   {
     const Private::Reset reset(*d_);
     d_->drop();

@@ -60,6 +60,7 @@ class GOODSBOOKHOST_EXPORT RecordSet : public QObject {
   // Fields declared by a screen before a select is opened: label, format, size are kept for columns of the
   // same name.
   void declareFields(std::vector<Field> fields);
+  const std::vector<Field>& declaredFields() const;
 
   // --- loading (used by opensql and the progressive loader)
   void beginLoad(std::span<const engine::Column> columns);
@@ -148,6 +149,9 @@ class GOODSBOOKHOST_EXPORT RecordSet : public QObject {
   // A deep copy of structure and rows, all of them in their unsorted order, without change log, sort and
   // filter.
   void assignFrom(const RecordSet& other);
+  // Takes structure and rows out of a set that was loaded aside, as if they had been loaded here; `loaded` is
+  // closed.
+  void adopt(RecordSet& loaded);
 
   double sum(const QString& fieldName) const;  // over the visible rows; nulls count nothing
   qint64 memoryBytes() const;                  // held for rows

@@ -4,6 +4,12 @@ target_sources(goodsbookhost PRIVATE
   data/database.cpp data/database.h
   data/field.h
   data/value_text.cpp data/value_text.h
+  data/engine_errors.h
+  data/connection_pool.cpp data/connection_pool.h
+  data/embedded_database.cpp
+  data/statement_text.cpp data/statement_text.h
+  data/numbering.cpp data/numbering.h
+  data/U_dataop.cpp data/U_dataop.h
   data/sql_sets.cpp data/sql_sets.h
   data/sql_json.cpp data/sql_json.h
   data/display_format.cpp data/display_format.h

@@ -1,0 +1,122 @@
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <memory>
+#include <utility>
+
+#include "engine/connection.h"
+#include "host/data/connection_pool.h"
+#include "host/data/database.h"
+#include "host/data/engine_errors.h"
+#include "host/data/statement_text.h"
+#include "host/data/value_text.h"
+#include "schema/upgrade.h"
+
+namespace goodsbook {
+namespace {
+
+// Adds up what a batch wrote.
+class WrittenRows : public engine::ResultSink {
+ public:
+  void beginSet(std::span<const engine::Column>) override {}
+  void row(const engine::Row&) override {}
+  void affected(std::int64_t rows) override { total += rows; }
+
+  std::int64_t total = 0;
+};
+
+engine::Permission enginePermission(Database::Permission permission) {
+  return permission == Database::Permission::Owner ? engine::Permission::Owner : engine::Permission::Screens;
+}
+
+class EmbeddedDatabase : public Database {
+ public:
+  EmbeddedDatabase(const QString& file, EmbeddedOptions options) : file_(file) {
+    if (file == u":memory:") {
+      folder_ = std::make_unique<QTemporaryDir>();
+      if (!folder_->isValid()) {
+        throw EDatabaseError(
+            5133, 16, 1, 1,
+            QCoreApplication::translate("Database", "无法创建临时文件夹：%1").arg(folder_->errorString()));
+      }
+      file_ = folder_->filePath(QStringLiteral("goodsbook.db"));
+      name_ = file;
+    } else {
+      name_ = QFileInfo(file).fileName();
+    }
+    options_.busyTimeout = std::chrono::milliseconds(options.busyTimeoutMs);
+    options_.create = options.create;
+    if (options.clock) options_.now = [clock = std::move(options.clock)] { return fromDateTime(clock()); };
+    asDatabaseErrors([this] {
+      connection_ = open();
+      schema::prepare(*connection_);
+    });
+    options_.create = false;
+    pool_ = std::make_shared<ConnectionPool>(
+        [path = path(), options = options_] { return engine::Connection::open(path, options); });
+  }
+
+  void execute(const QString& batch, engine::ResultSink& sink, Permission permission) override {
+    asDatabaseErrors([&] { connection_->execute(batch.toStdString(), sink, enginePermission(permission)); });
+  }
+
+  void query(const QString& select, engine::ResultSink& sink) override {
+    asDatabaseErrors([&] {
+      const auto cursor = connection_->query(select.toStdString());
+      sink.beginSet(cursor->columns());
+      while (cursor->next()) sink.row(cursor->row());
+      sink.endSet();
+    });
+  }
+
+  std::unique_ptr<engine::Cursor> openCursor(const QString& select) override {
+    return asDatabaseErrors([&] { return pool_->query(select.toStdString()); });
+  }
+
+  void begin() override {
+    asDatabaseErrors([this] { connection_->begin(); });
+  }
+  void commit() override {
+    asDatabaseErrors([this] { connection_->commit(); });
+  }
+  void rollback() override {
+    asDatabaseErrors([this] { connection_->rollback(); });
+  }
+  bool inTransaction() const override { return connection_->inTransaction(); }
+
+  int storeBlob(const QString& table, const QString& field, const QString& keyField, const QString& keyValue,
+                const QByteArray& bytes) override {
+    WrittenRows written;
+    execute(QStringLiteral("update %1 set %2=%3 where %4=%5")
+                .arg(quotedName(table), quotedName(field), bytesLiteral(bytes), quotedName(keyField),
+                     textLiteral(keyValue)),
+            written, Permission::Screens);
+    return static_cast<int>(written.total);
+  }
+
+  void interrupt() override {
+    connection_->interrupt();
+    pool_->interrupt();
+  }
+
+  QString displayName() const override { return name_; }
+
+ private:
+  std::filesystem::path path() const { return QFileInfo(file_).filesystemFilePath(); }
+  std::unique_ptr<engine::Connection> open() const { return engine::Connection::open(path(), options_); }
+
+  std::unique_ptr<QTemporaryDir> folder_;  // goes last, when nothing is open in it any more
+  QString file_;
+  QString name_;
+  engine::Options options_;
+  std::unique_ptr<engine::Connection> connection_;
+  std::shared_ptr<ConnectionPool> pool_;
+};
+
+}  // namespace
+
+std::unique_ptr<Database> openEmbeddedDatabase(const QString& file, EmbeddedOptions options) {
+  return std::make_unique<EmbeddedDatabase>(file, std::move(options));
+}
+
+}  // namespace goodsbook
