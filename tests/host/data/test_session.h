@@ -58,7 +58,8 @@ class TestSession {
   // The first set: values joined by commas, rows by semicolons, NULL as "-".
   QString ask(const QString& select) {
     QStringList lines;
-    for (const auto& row : run(select).sets.at(0).rows) {
+    const SqlSets answer = run(select);
+    for (const auto& row : answer.sets.at(0).rows) {
       QStringList texts;
       for (const auto& text : row) texts += text.value_or(QStringLiteral("-"));
       lines += texts.join(u',');
