@@ -95,7 +95,8 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Common : public TFrm_Base {
   // While true the program itself fills the fields: AllChange does not count, and no exit check runs.
   bool loading() const { return loading_; }
 
- public:
+  void done(int result) override;  // FormClose, then as QDialog
+
   // A user changed a field. Connected to every declared field.
   virtual void AllChange();
 
@@ -105,8 +106,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Common : public TFrm_Base {
   // Every key typed in this screen, before the element with the focus has it; an accepted event goes no
   // further. Here: Enter goes to the next field.
   virtual void FormKeyDown(QKeyEvent* event);
-  virtual void FormClose();        // it is being closed
-  void done(int result) override;  // FormClose, then as QDialog
+  virtual void FormClose();  // it is being closed
 
   void setLoading(bool on) { loading_ = on; }
   void focusFirst(QWidget* field);  // focus and select all

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <QHBoxLayout>
+
 #include "host/export.h"
 #include "host/forms/Base_common.h"
-
-class QHBoxLayout;
 
 namespace goodsbook {
 

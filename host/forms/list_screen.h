@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHBoxLayout>
 #include <QKeySequence>
 #include <functional>
 #include <vector>
@@ -9,7 +10,6 @@
 #include "host/forms/Base_common.h"
 
 class QAction;
-class QHBoxLayout;
 class QLabel;
 class QMenu;
 class QSplitter;
@@ -50,6 +50,8 @@ class GOODSBOOKHOST_EXPORT ListScreen : public TFrm_Base_Common {
 
   RecordSet AdoQry_Main;
   TDBGridEh* DBGridEh;
+
+  void done(int result) override;
 
   QAction* action(const QString& name) const;  // null when there is none
   void refresh();                              // loads again; the current row stays current by its key
@@ -93,7 +95,6 @@ class GOODSBOOKHOST_EXPORT ListScreen : public TFrm_Base_Common {
   void FormCreate() override;
   void FormKeyDown(QKeyEvent* event) override;
   void FormClose() override;
-  void done(int result) override;
   QString helpText() const override;
   void showEvent(QShowEvent* event) override;
 

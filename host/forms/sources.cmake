@@ -1,8 +1,17 @@
 # Sources of host/forms.
 target_sources(goodsbookhost PRIVATE
   forms/Base.cpp forms/Base.h
+  forms/Base_common.cpp forms/Base_common.h
+  forms/Base_condition.cpp forms/Base_condition.h
+  forms/Base_detail.cpp forms/Base_detail.h
+  forms/Base_dialog.cpp forms/Base_dialog.h
+  forms/Base_panel.cpp forms/Base_panel.h
+  forms/Sys_filter.cpp forms/Sys_filter.h
   forms/body_params.cpp
+  forms/field_set.cpp
+  forms/form_builder.cpp
   forms/list_statement.cpp
+  forms/screen_events.cpp forms/screen_events.h
   forms/tree_node.cpp
   forms/tree_rows.cpp
 )
