@@ -15,6 +15,7 @@ using namespace Qt::StringLiterals;
 namespace goodsbook {
 namespace {
 
+constexpr int lastRow = 999;    // takes the height that the fields leave
 constexpr int columnGap = 18;  // between a field and the label of the next one in its row
 
 bool isBox(FieldKind kind) {
@@ -38,6 +39,7 @@ QWidget* makeElement(const FieldSpec& spec, QWidget* parent) {
     case FieldKind::Value: {
       auto* label = new QLabel(parent);
       label->setTextFormat(Qt::PlainText);
+      label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
       return label;
     }
     case FieldKind::Text:
@@ -94,12 +96,17 @@ void applyNumber(const FieldSpec& spec, QWidget* element) {
 FormBuilder::FormBuilder(TFrm_Base_Common& screen)
     : screen_(screen), area_(screen.body()), grid_(new QGridLayout) {
   static_cast<QBoxLayout*>(area_->layout())->addLayout(grid_);
-  grid_->setHorizontalSpacing(8);
+  prepareGrid();
 }
 
 FormBuilder::FormBuilder(TFrm_Base_Common& screen, QWidget* area)
     : screen_(screen), area_(area), grid_(new QGridLayout(area)) {
+  prepareGrid();
+}
+
+void FormBuilder::prepareGrid() {
   grid_->setHorizontalSpacing(8);
+  grid_->setRowStretch(lastRow, 1);
 }
 
 FormBuilder& FormBuilder::fields(std::vector<FieldSpec> specs) {
@@ -125,6 +132,7 @@ QWidget* FormBuilder::field(FieldSpec spec) {
     auto* name = new QLabel(area_);
     name->setObjectName(spec.nameLabel);
     name->setTextFormat(Qt::PlainText);
+    name->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     name->setMinimumWidth(name->fontMetrics().horizontalAdvance(u'字') * 6);
     cell->insertWidget(cell->count() - 1, name);
     if (auto* lookup = qobject_cast<TExtEdit*>(element)) lookup->setNameLabel(name);
@@ -138,6 +146,11 @@ QHBoxLayout* FormBuilder::cellFor(const FieldSpec& spec, QWidget* element) {
   const bool hasLabel = isBox(spec.kind) ? !spec.rowLabel.isEmpty() : !spec.label.isEmpty();
   if (spec.sameRow && cell_ && !hasLabel) return cell_;
   if (spec.sameRow && row_ >= 0) {
+    // The field before filled the row as long as it stood there alone.
+    if (column_ == 0 && cell_) {
+      grid_->removeItem(cell_);
+      grid_->addLayout(cell_, row_, column_ + 1);
+    }
     column_ += 2;
   } else {
     ++row_;
@@ -146,7 +159,7 @@ QHBoxLayout* FormBuilder::cellFor(const FieldSpec& spec, QWidget* element) {
   cell_ = new QHBoxLayout;
   cell_->setSpacing(6);
   cell_->addStretch(1);
-  grid_->addLayout(cell_, row_, column_ + 1);
+  grid_->addLayout(cell_, row_, column_ + 1, 1, column_ == 0 ? -1 : 1);
   grid_->setColumnStretch(column_ + 1, 1);
   if (hasLabel) addLabel(spec, element);
   return cell_;
@@ -208,6 +221,7 @@ void FormBuilder::wide(QWidget* widget, int stretch) {
   cell_ = nullptr;
   grid_->addWidget(widget, row_, 0, 1, -1);
   grid_->setRowStretch(row_, stretch);
+  if (stretch > 0) grid_->setRowStretch(lastRow, 0);
 }
 
 void FormBuilder::wide(QLayout* layout) {

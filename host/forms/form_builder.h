@@ -37,6 +37,7 @@ class GOODSBOOKHOST_EXPORT FormBuilder {
   void wide(QLayout* layout);
 
  private:
+  void prepareGrid();
   void bind(const FieldSpec& spec, QWidget* element);
   QHBoxLayout* cellFor(const FieldSpec& spec, QWidget* element);
   void addLabel(const FieldSpec& spec, QWidget* buddy);

@@ -172,7 +172,7 @@ void ListScreen::buildStatusLine() {
   onClick(clearFilter_, [this] { clearFilter(); });
 
   auto* line = new QHBoxLayout;
-  line->setContentsMargins(6, 0, 6, 4);
+  line->setContentsMargins(8, 4, 8, 4);
   line->setSpacing(12);
   line->addWidget(countLabel_);
   line->addWidget(filterLabel_, 1);

@@ -56,11 +56,12 @@ ListScreen::ListScreen(QWidget* owner)
   ConditionTitle->setObjectName(u"ConditionTitle"_s);
   ConditionTitle->hide();
   headRow->addWidget(ConditionTitle);
-  headRow->setContentsMargins(6, 0, 6, 0);
+  headRow->setContentsMargins(8, 0, 8, 0);
+  headRow->setSpacing(0);
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(4);
+  layout->setSpacing(0);
   layout->addWidget(ToolBar);
   layout->addLayout(headRow);
   layout->addWidget(body(), 0);

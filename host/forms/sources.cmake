@@ -5,12 +5,19 @@ target_sources(goodsbookhost PRIVATE
   forms/Base_condition.cpp forms/Base_condition.h
   forms/Base_detail.cpp forms/Base_detail.h
   forms/Base_dialog.cpp forms/Base_dialog.h
+  forms/Base_node.cpp forms/Base_node.h
+  forms/Base_node_d.cpp forms/Base_node_d.h
+  forms/Base_outer.cpp forms/Base_outer.h
   forms/Base_panel.cpp forms/Base_panel.h
+  forms/Base_qry.cpp forms/Base_qry.h
   forms/Sys_filter.cpp forms/Sys_filter.h
   forms/body_params.cpp
   forms/field_set.cpp
   forms/form_builder.cpp
+  forms/list_actions.cpp
+  forms/list_screen.cpp forms/list_screen.h
   forms/list_statement.cpp
+  forms/row_delete.cpp
   forms/screen_events.cpp forms/screen_events.h
   forms/tree_node.cpp
   forms/tree_rows.cpp

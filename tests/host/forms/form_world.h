@@ -56,10 +56,15 @@ class FormWorld : public testing::Test {
   QueuedDesktop& desktop() { return *desktop_; }
   std::vector<std::string> messages() { return std::exchange(desktop_->texts, {}); }
 
+  // A window counts as active for QTest when the one that owns it is.
+  static void activate(QWidget& window) {
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitFor([&window] { return QApplication::activeWindow() == &window; }));
+  }
+
   static void show(QWidget& window) {
     window.show();
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    activate(window);
   }
 
   // Runs `script` once the modal dialog that `opens` brings up is there.
@@ -67,8 +72,7 @@ class FormWorld : public testing::Test {
     QTimer::singleShot(0, qApp, [&script] {
       QWidget* modal = QApplication::activeModalWidget();
       ASSERT_TRUE(modal);
-      modal->activateWindow();
-      ASSERT_TRUE(QTest::qWaitForWindowActive(modal));
+      activate(*modal);
       script();
       if (modal->isVisible()) {
         ADD_FAILURE() << "the dialog is still open";
