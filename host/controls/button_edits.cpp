@@ -29,6 +29,7 @@ ButtonEdit::ButtonEdit(QWidget* parent) : TCustomDBEditEh(parent), button_(new Q
 
 void ButtonEdit::press() {
   if (!hasFocus()) setFocus(Qt::MouseFocusReason);
+  if (window()->focusWidget() != this) return;  // the field that had it was not let go
   buttonPressed();
   Q_EMIT ButtonClick();
 }
