@@ -8,9 +8,7 @@
 #include <QTimer>
 
 #include "host/U_glo.h"
-#include "host/data/display_format.h"
 #include "host/data/errors.h"
-#include "host/data/value_text.h"
 #include "host/forms/Base.h"
 #include "host/print/list_report.h"
 #include "host/print/pdf_text.h"
@@ -34,16 +32,6 @@ QString cellText(const QAbstractItemModel& model, int row, int column) {
   return index.data(Qt::DisplayRole).toString();
 }
 
-QString sumText(const RecordSet& rows, const GridColumn& column) {
-  const int field = rows.fieldIndex(column.field);
-  if (field < 0) return {};
-  const QString& own = rows.field(field).displayFormat;
-  const QString& format = column.displayFormat.isEmpty() ? own : column.displayFormat;
-  const double sum = rows.sum(column.field);
-  // Sums of prices carry binary dust that no price has.
-  return format.isEmpty() ? floatText(QString::number(sum, 'g', 12).toDouble()) : formatNumber(sum, format);
-}
-
 ListReport reportOf(const TDBGridEh& grid, const QString& title, const QString& filterText) {
   const std::vector<ShownColumn> shown = shownColumns(grid);
   const QAbstractItemModel& model = *grid.model();
@@ -60,7 +48,7 @@ ListReport reportOf(const TDBGridEh& grid, const QString& title, const QString& 
     report.columns.push_back({column.title, static_cast<double>(column.width),
                               alignment.isValid() ? Qt::Alignment(alignment.toInt()) : Qt::AlignLeft});
     report.hideRepeats.push_back(declared.hideRepeats);
-    report.sums << (declared.sum ? sumText(*grid.recordSet(), declared) : QString());
+    report.sums << grid.footerText(declared.field);
     anySum |= declared.sum;
   }
   if (!anySum) report.sums.clear();
