@@ -4,6 +4,8 @@
 #include <QDir>
 #include <stdexcept>
 
+#include "host/forms/Base.h"
+
 using namespace Qt::StringLiterals;
 
 namespace goodsbook {
@@ -26,7 +28,6 @@ bool MasterData::load() {
     return false;
   }
   entry_ = reinterpret_cast<Entry>(library_.resolve("ProcDLL1"));
-  factory_ = reinterpret_cast<Factory>(library_.resolve("createPublishedScreen"));
   if (!entry_) error_ = Texts::tr("模块 %1 没有入口 ProcDLL1").arg(library_.fileName());
   return entry_ != nullptr;
 }
@@ -37,7 +38,11 @@ void MasterData::open(const Trecord& record, QWidget* owner) {
 }
 
 TFrm_Base* MasterData::createPublished(const QString& className, QWidget* owner) {
-  return factory_ ? factory_(className.toUtf8().constData(), owner) : nullptr;
+  // A published class is found by its meta-object, which carries its constructor.
+  const QByteArray name = className.toLatin1();
+  const QByteArray symbol = "_ZN9goodsbook" + QByteArray::number(name.size()) + name + "16staticMetaObjectE";
+  const auto* type = reinterpret_cast<const QMetaObject*>(library_.resolve(symbol.constData()));
+  return type ? qobject_cast<TFrm_Base*>(type->newInstance(Q_ARG(QWidget*, owner))) : nullptr;
 }
 
 }  // namespace goodsbook

@@ -27,16 +27,14 @@ class MasterData {
   void open(const Trecord& record, QWidget* owner);
 
   // Makes one of the screens that the plug-in publishes for other modules, by its class name; null when it
-  // has none of this name.
+  // has none of this name. Such a class is exported (entry/export.h) and its constructor is Q_INVOKABLE.
   TFrm_Base* createPublished(const QString& className, QWidget* owner);
 
  private:
   using Entry = void (*)(const Trecord&, QWidget*);
-  using Factory = TFrm_Base* (*)(const char*, QWidget*);
 
   QLibrary library_;
   Entry entry_ = nullptr;
-  Factory factory_ = nullptr;
   QString error_;
 };
 

@@ -1,0 +1,52 @@
+#include "entry/U2100.h"
+
+#include <QCoreApplication>
+#include <QPointer>
+#include <algorithm>
+#include <array>
+#include <memory>
+
+#include "host/U_function.h"
+#include "reference/U2103.h"
+#include "reference/U2123.h"
+#include "reference/U2124.h"
+#include "reference/U2125.h"
+
+namespace goodsbook {
+namespace {
+
+// A screen that fails while it opens goes again; the host gets the exception.
+template <class Screen>
+void open(QPointer<Screen>& variable, const Trecord& record, QWidget* owner) {
+  auto screen = std::make_unique<Screen>(owner);
+  variable = screen.get();
+  screen->Tag = record.module();
+  screen->InitForm(record);
+  screen.release();
+}
+
+struct Row {
+  int module;
+  void (*open)(const Trecord& record, QWidget* owner);
+};
+
+constexpr auto screens = std::to_array<Row>({
+    {103, [](const Trecord& record, QWidget* owner) { open(F2103, record, owner); }},
+    {123, [](const Trecord& record, QWidget* owner) { open(F2123, record, owner); }},
+    {124, [](const Trecord& record, QWidget* owner) { open(F2124, record, owner); }},
+    {125, [](const Trecord& record, QWidget* owner) { open(F2125, record, owner); }},
+});
+
+}  // namespace
+}  // namespace goodsbook
+
+void ProcDLL1(const goodsbook::Trecord& rec, QWidget* owner) {
+  using namespace goodsbook;
+  const Trecord record = rec;
+  const auto row = std::ranges::find(screens, record.module(), &Row::module);
+  if (row == screens.end()) {
+    plainBox(QCoreApplication::translate("ProcDLL1", "模块未制作") + QString::number(record.module()));
+    return;
+  }
+  row->open(record, owner);
+}
