@@ -1,5 +1,7 @@
 #include "engine/compile/emitter.h"
 
+#include <span>
+
 #include "engine/runtime/collation.h"
 #include "engine/runtime/failure.h"
 
@@ -62,7 +64,7 @@ class Emitter {
       writeOne(one);
     }
   }
-  void nodes(const std::vector<NodePtr>& all, std::string_view separator = ", ") {
+  void nodes(std::span<const NodePtr> all, std::string_view separator = ", ") {
     list(
         all, [this](const NodePtr& one) { node(*one); }, separator);
   }
@@ -162,9 +164,19 @@ class Emitter {
     nodes(call.arguments);
     put(")");
   }
-  void write(const InfixNode& infix) {
+  void write(const InfixNode& infix) { chain(infix.operands, concat(" ", infix.op, " ")); }
+  // Long chains of AND and OR are written as a balanced tree: SQLite limits how deep an expression may be.
+  void chain(std::span<const NodePtr> operands, const std::string& op) {
+    constexpr std::size_t shortChain = 16;
     put("(");
-    nodes(infix.operands, concat(" ", infix.op, " "));
+    if (operands.size() <= shortChain) {
+      nodes(operands, op);
+    } else {
+      const std::size_t half = operands.size() / 2;
+      chain(operands.first(half), op);
+      put(op);
+      chain(operands.subspan(half), op);
+    }
     put(")");
   }
   void write(const PrefixNode& prefix) {

@@ -46,6 +46,21 @@ bool hasNumberForm(std::string_view text, bool allowExponent) {
   return at == text.size();
 }
 
+// Whether a text that has the form of a number and that no double holds is too great, not too small.
+bool isTooGreat(std::string_view text) {
+  const std::size_t mark = std::min(text.find_first_of("eE"), text.size());
+  const std::string_view digits = text.substr(0, mark);
+  const std::size_t point = std::min(digits.find('.'), digits.size());
+  const std::size_t first = std::min(digits.find_first_of("123456789"), digits.size());
+  std::string_view exponentText = text.substr(std::min(mark + 1, text.size()));
+  if (exponentText.starts_with('+')) exponentText.remove_prefix(1);
+  int exponent = 0;
+  const auto [end, error] =
+      std::from_chars(exponentText.data(), exponentText.data() + exponentText.size(), exponent);
+  if (error == std::errc::result_out_of_range) return !exponentText.starts_with('-');
+  return static_cast<int>(point) - static_cast<int>(first) + exponent > 0;
+}
+
 // The digits that a number shows, as 0.d1d2d3… · 10^exponent.
 struct Digits {
   std::string digits;
@@ -108,7 +123,7 @@ std::optional<double> readNumber(std::string_view text, bool allowExponent) {
   if (text.front() == '+') text.remove_prefix(1);
   double value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error == std::errc::result_out_of_range) return std::fabs(value) > 1 ? std::optional<double>() : 0.0;
+  if (error == std::errc::result_out_of_range) return isTooGreat(text) ? std::optional<double>() : 0.0;
   return value;
 }
 

@@ -2,6 +2,10 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
 #include "engine/runtime/failure.h"
 
 namespace goodsbook::engine {
@@ -9,6 +13,18 @@ namespace {
 
 SqlError make(int number, int severity, std::string text) {
   return SqlError({.number = number, .severity = severity, .state = 1, .line = 1, .text = std::move(text)});
+}
+
+// What SQLite says of statements that are beyond its limits.
+bool tellsOfALimit(std::string_view detail) {
+  constexpr std::string_view limits[] = {"parser stack overflow",
+                                         "Expression tree is too large",
+                                         "too many terms in compound SELECT",
+                                         "too many SQL variables",
+                                         "too many columns",
+                                         "at most "};
+  return std::any_of(std::begin(limits), std::end(limits),
+                     [&](std::string_view limit) { return detail.find(limit) != std::string_view::npos; });
 }
 
 }  // namespace
@@ -41,6 +57,7 @@ SqlError sqliteFailure(sqlite3* db, int code) {
     case SQLITE_TOOBIG:
       return make(8152, 16, "值太大，无法保存。");
     default:
+      if (tellsOfALimit(detail)) return make(191, 15, "语句太长或嵌套得太深，请拆成较小的语句。");
       return make(50001, 16, concat("数据库引擎内部错误: ", detail));
   }
 }

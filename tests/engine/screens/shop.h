@@ -1,25 +1,11 @@
 #pragma once
 
-#include <ostream>
-#include <string>
-#include <vector>
+#include "tests/engine/support/statement_row.h"
 
-#include "tests/engine/support/session.h"
-
-// A small shop, and the statements that the screens send to it.
+// A small shop, for the statements that the screens send to it.
 namespace goodsbook::engine::test {
 
-struct StatementRow {
-  const char* name;
-  std::string batch;              // what changes the data; empty where the query is what a screen sends
-  std::string query;              // {{query}} stands for the value of that query, in all three
-  std::vector<std::string> rows;  // of the query, cells parted by |
-  int error = 0;                  // of the batch, which then leaves nothing behind
-};
-
-void PrintTo(const StatementRow& row, std::ostream* out);
-
-// Runs the batch and compares what the query gives then.
+// Runs the row on a copy of the shop.
 void expectAnswer(const StatementRow& row);
 
 }  // namespace goodsbook::engine::test

@@ -168,10 +168,12 @@ TEST_P(NestingTest, TooDeepIsAnError) {
   }
 }
 
-constexpr int many = 100'000;
+constexpr int veryMany = 100'000;
+constexpr int many = 20'000;
 const NestedRow nested[] = {
-    {"parentheses around a value", "select " + repeated("(", many) + "1" + repeated(")", many)},
-    {"parentheses around a condition", "select 1 where " + repeated("(", many) + "1=1" + repeated(")", many)},
+    {"parentheses around a value", "select " + repeated("(", veryMany) + "1" + repeated(")", veryMany)},
+    {"parentheses around a condition",
+     "select 1 where " + repeated("(", veryMany) + "1=1" + repeated(")", veryMany)},
     {"NOT of NOT", "select 1 where " + repeated("not ", many) + "1=1"},
     {"minus of minus", "select " + repeated("- ", many) + "1"},
     {"a long sum", "select 1" + repeated("+1", many)},
