@@ -7,6 +7,7 @@
 #include "app/commands/program_command.h"
 #include "app/commands/schema_command.h"
 #include "app/commands/sql_command.h"
+#include "app/commands/tour_command.h"
 
 using namespace Qt::StringLiterals;
 
@@ -46,6 +47,7 @@ Command consoleCommand(const QByteArray& name) {
 Command windowCommand(const QByteArray& name) {
   if (name == "init") return goodsbook::runInitCommand;  // it draws pictures
   if (name == "drive") return goodsbook::runDrive;
+  if (name == "tour") return goodsbook::runTour;
   if (name.isEmpty() || name.startsWith('-')) return goodsbook::runProgram;
   return nullptr;
 }
@@ -80,7 +82,7 @@ int main(int argc, char** argv) {
     printError(usage());
     return unusableArguments;
   }
-  if (name == "init") qputenv("QT_QPA_PLATFORM", "offscreen");
+  if (name == "init" || name == "tour") qputenv("QT_QPA_PLATFORM", "offscreen");
   choosePlatform();
   const QApplication application(argc, argv);
   setUpAppearance();

@@ -1,0 +1,164 @@
+#include "app/tour/tour.h"
+
+#include <QCoreApplication>
+#include <QJsonArray>
+#include <QPixmap>
+#include <QTabWidget>
+
+#include "app/appearance.h"
+#include "app/driver/driver.h"
+#include "app/driver/elements.h"
+#include "app/main_window/main_window.h"
+#include "app/modules.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+
+namespace {
+
+constexpr QSize usual{1180, 760};
+constexpr QSize small{800, 560};
+
+// Actions that show no window of their own, or only one of the system's.
+bool staysInList(const QString& action) {
+  static const QStringList names{u"Act_Delete"_s, u"Act_Refresh"_s, u"Act_Print"_s, u"Act_Export"_s,
+                                 u"Act_Close"_s,  u"Act_Locate"_s,  u"Act_hb"_s};
+  return names.contains(action);
+}
+
+QString shortName(const QString& action) { return action.mid(action.indexOf(u'_') + 1).toLower(); }
+
+}  // namespace
+
+Tour::Tour(Driver& driver, MainWindow& window, const QDir& folder)
+    : driver_(driver), window_(window), folder_(folder), client_(driver) {}
+
+void Tour::run() {
+  resize(usual);
+  onGui([this] { pictureOf(window_, u"main-empty"_s); });
+  for (const ModuleGroup& group : moduleGroups()) {
+    for (const Module& module : group.modules) visitModule(module.number);
+  }
+  picturesOfWindow();
+}
+
+void Tour::visitModule(int module) {
+  onGui([&] { window_.openModule(module, true); });
+  send({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 0}});
+  bool opened = false;
+  onGui([&] {
+    const auto* screen = qobject_cast<TFrm_Base*>(window_.tabs()->currentWidget());
+    opened = screen && screen->Tag == module;
+  });
+  if (!opened) return;
+  const QString name = QString::number(module);
+  for (const QJsonValue& element : send({{u"cmd"_s, u"elements"_s}})["elements"_L1].toArray()) {
+    if (element["name"_L1] == "DBGridEh"_L1) send({{u"cmd"_s, u"rows"_s}, {u"element"_s, u"DBGridEh"_s}, {u"limit"_s, 1}});
+  }
+  onGui([&] { pictureOf(window_, name); });
+  resize(small);
+  onGui([&] { pictureOf(window_, name + u"-small"_s); });
+  resize(usual);
+  visitActions(name);
+  onGui([&] { window_.tabs()->currentWidget()->close(); });
+}
+
+void Tour::visitActions(const QString& screen) {
+  const QJsonArray actions = send({{u"cmd"_s, u"actions"_s}})["actions"_L1].toArray();
+  for (const QJsonValue& action : actions) {
+    const QString name = action["name"_L1].toString();
+    if (name.startsWith("Act_"_L1) && action["enabled"_L1].toBool() && action["visible"_L1].toBool() && !staysInList(name)) {
+      visitAction(screen, name);
+    }
+  }
+}
+
+void Tour::visitAction(const QString& screen, const QString& action) {
+  const QJsonValue before = front()["id"_L1];
+  send({{u"cmd"_s, u"action"_s}, {u"name"_s, action}});
+  if (front()["id"_L1] == before) return;
+  const QString name = screen + u'-' + shortName(action);
+  picture(name);
+  visitPickers(name);
+  closeFront();
+  if (front()["id"_L1] != before) problems_ << name;
+}
+
+void Tour::visitPickers(const QString& dialog) {
+  const QJsonValue before = front()["id"_L1];
+  const QJsonArray elements = send({{u"cmd"_s, u"elements"_s}})["elements"_L1].toArray();
+  for (const QJsonValue& element : elements) {
+    const QString name = element["name"_L1].toString();
+    const bool opensPicker = name.endsWith(".button"_L1) && element["enabled"_L1].toBool() && element["visible"_L1].toBool();
+    if (!opensPicker) continue;
+    send({{u"cmd"_s, u"click"_s}, {u"element"_s, name}});
+    if (front()["id"_L1] == before) continue;
+    picture(dialog + u'-' + name.section(u'.', 0, 0).toLower());
+    closeFront();
+  }
+}
+
+// Leaves the window in front without saving; a question whether to give up what was typed is answered with yes.
+void Tour::closeFront() {
+  send({{u"cmd"_s, u"answer"_s}, {u"answers"_s, QJsonArray{u"y"_s}}});
+  send({{u"cmd"_s, u"close"_s}});
+}
+
+void Tour::picturesOfWindow() {
+  for (const int module : {101, 103, 104, 113}) {
+    onGui([&] { window_.openModule(module); });
+    send({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 50}});
+  }
+  onGui([&] { pictureOf(window_, u"main-tabs"_s); });
+  resize(small);
+  onGui([&] { pictureOf(window_, u"main-tabs-small"_s); });
+  resize(usual);
+  onGui([&] {
+    setColours(u"dark"_s);
+    pictureOf(window_, u"main-tabs-dark"_s);
+    setColours({});
+  });
+}
+
+QJsonObject Tour::send(const QJsonObject& command) {
+  QJsonObject reply = client_.send(command);
+  if (!reply["ok"_L1].toBool()) {
+    problems_ << command["cmd"_L1].toString() + u": "_s + reply["error"_L1].toString();
+  }
+  return reply;
+}
+
+QJsonObject Tour::front() {
+  QJsonObject described;
+  onGui([&] {
+    if (const QWidget* window = driver_.addressing().foremost()) described = Addressing::describe(*window);
+  });
+  return described;
+}
+
+void Tour::picture(const QString& name) {
+  onGui([&] {
+    if (QWidget* window = driver_.addressing().foremost()) pictureOf(*window, name);
+  });
+}
+
+void Tour::pictureOf(QWidget& widget, const QString& name) {
+  const QString path = folder_.filePath(name + u".png"_s);
+  if (widget.grab().save(path, "PNG")) {
+    pictures_ << path;
+  } else {
+    problems_ << path;
+  }
+}
+
+void Tour::onGui(const std::function<void()>& work) {
+  QMetaObject::invokeMethod(qApp, work, Qt::BlockingQueuedConnection);
+}
+
+void Tour::resize(const QSize& size) {
+  onGui([&] { window_.resize(size); });
+  send({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 20}});
+}
+
+}  // namespace goodsbook
