@@ -27,7 +27,9 @@ bool staysInList(const QString& action) {
   return names.contains(action);
 }
 
-QString shortName(const QString& action) { return action.mid(action.indexOf(u'_') + 1).toLower(); }
+QString shortName(const QString& action) {
+  return action.mid(action.indexOf(u'_') + 1).toLower();
+}
 
 }  // namespace
 
@@ -54,7 +56,8 @@ void Tour::visitModule(int module) {
   if (!opened) return;
   const QString name = QString::number(module);
   for (const QJsonValue& element : send({{u"cmd"_s, u"elements"_s}})["elements"_L1].toArray()) {
-    if (element["name"_L1] == "DBGridEh"_L1) send({{u"cmd"_s, u"rows"_s}, {u"element"_s, u"DBGridEh"_s}, {u"limit"_s, 1}});
+    if (element["name"_L1] == "DBGridEh"_L1)
+      send({{u"cmd"_s, u"rows"_s}, {u"element"_s, u"DBGridEh"_s}, {u"limit"_s, 1}});
   }
   onGui([&] { pictureOf(window_, name); });
   resize(small);
@@ -68,7 +71,8 @@ void Tour::visitActions(const QString& screen) {
   const QJsonArray actions = send({{u"cmd"_s, u"actions"_s}})["actions"_L1].toArray();
   for (const QJsonValue& action : actions) {
     const QString name = action["name"_L1].toString();
-    if (name.startsWith("Act_"_L1) && action["enabled"_L1].toBool() && action["visible"_L1].toBool() && !staysInList(name)) {
+    if (name.startsWith("Act_"_L1) && action["enabled"_L1].toBool() && action["visible"_L1].toBool() &&
+        !staysInList(name)) {
       visitAction(screen, name);
     }
   }
@@ -90,7 +94,8 @@ void Tour::visitPickers(const QString& dialog) {
   const QJsonArray elements = send({{u"cmd"_s, u"elements"_s}})["elements"_L1].toArray();
   for (const QJsonValue& element : elements) {
     const QString name = element["name"_L1].toString();
-    const bool opensPicker = name.endsWith(".button"_L1) && element["enabled"_L1].toBool() && element["visible"_L1].toBool();
+    const bool opensPicker =
+        name.endsWith(".button"_L1) && element["enabled"_L1].toBool() && element["visible"_L1].toBool();
     if (!opensPicker) continue;
     send({{u"cmd"_s, u"click"_s}, {u"element"_s, name}});
     if (front()["id"_L1] == before) continue;
@@ -99,7 +104,8 @@ void Tour::visitPickers(const QString& dialog) {
   }
 }
 
-// Leaves the window in front without saving; a question whether to give up what was typed is answered with yes.
+// Leaves the window in front without saving; a question whether to give up what was typed is answered with
+// yes.
 void Tour::closeFront() {
   send({{u"cmd"_s, u"answer"_s}, {u"answers"_s, QJsonArray{u"y"_s}}});
   send({{u"cmd"_s, u"close"_s}});

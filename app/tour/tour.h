@@ -14,8 +14,8 @@ namespace goodsbook {
 class Driver;
 class MainWindow;
 
-// Opens every screen that the main window offers, and what their actions and buttons lead to, and takes a picture of each.
-// Runs beside the user-interface thread, through the driver.
+// Opens every screen that the main window offers, and what their actions and buttons lead to, and takes a
+// picture of each. Runs beside the user-interface thread, through the driver.
 class Tour {
  public:
   Tour(Driver& driver, MainWindow& window, const QDir& folder);

@@ -1,0 +1,41 @@
+#include <QTreeWidget>
+
+#include "tests/app/sample_screen.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+namespace {
+
+using TreeCommands = SampleScreenTest;
+
+QJsonObject node(const QString& caption, int depth, bool selected) {
+  return {{u"caption"_s, caption}, {u"depth"_s, depth}, {u"selected"_s, selected}};
+}
+
+QJsonObject choose(const QJsonValue& code) {
+  return {{u"cmd"_s, u"node"_s}, {u"code"_s, code}};
+}
+
+TEST_F(TreeCommands, TreeListsNodesInDisplayOrder) {
+  EXPECT_EQ(done({{u"cmd"_s, u"tree"_s}})["nodes"_L1].toArray(),
+            (QJsonArray{node(u"01 食品 (3)"_s, 0, false), node(u"0101 糖果"_s, 1, false),
+                        node(u"02 百货"_s, 0, false)}));
+}
+
+TEST_F(TreeCommands, NodeSelectsByTheCodeOfTheCaptionAndNullSelectsNothing) {
+  done(choose(u"0101"_s));
+  EXPECT_EQ(done({{u"cmd"_s, u"tree"_s}})["nodes"_L1][1]["selected"_L1], true);
+  onGui([this] { EXPECT_EQ(screen->tree->currentItem()->text(0), u"0101 糖果"_s); });
+  done(choose(QJsonValue::Null));
+  onGui([this] { EXPECT_EQ(screen->tree->currentItem(), nullptr); });
+  EXPECT_EQ(done({{u"cmd"_s, u"tree"_s}})["nodes"_L1][1]["selected"_L1], false);
+}
+
+TEST_F(TreeCommands, UnknownNodesAndTreesAreNamed) {
+  EXPECT_TRUE(refused(choose(u"0199"_s)).contains(u"0199"_s));
+  EXPECT_TRUE(refused({{u"cmd"_s, u"tree"_s}, {u"element"_s, u"Edit1"_s}}).contains(u"Edit1"_s));
+}
+
+}  // namespace
+}  // namespace goodsbook
