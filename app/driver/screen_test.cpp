@@ -16,7 +16,26 @@
 
 using namespace Qt::StringLiterals;
 
+void PrintTo(const QString& text, std::ostream* out) {
+  *out << '"' << text.toStdString() << '"';
+}
+
 namespace goodsbook {
+
+namespace {
+
+// An empty shop, made once for all tests of the program: making the tables takes longer than most tests.
+QString emptyShop() {
+  static const QTemporaryDir folder;
+  static const QString file = [] {
+    const QString made = folder.filePath(u"empty.db"_s);
+    openEmbeddedDatabase(made);
+    return made;
+  }();
+  return file;
+}
+
+}  // namespace
 
 class ScreenTest::Stage {
  public:
@@ -48,8 +67,7 @@ ScreenTest::~ScreenTest() = default;
 void ScreenTest::SetUp() {
   ASSERT_TRUE(folder_.isValid());
   const QString file = folder_.filePath(u"test.db"_s);
-  const bool ready = template_.isEmpty() || QFile::copy(template_, file);
-  ASSERT_TRUE(ready) << template_.toStdString();
+  ASSERT_TRUE(QFile::copy(template_.isEmpty() ? emptyShop() : template_, file)) << template_.toStdString();
   onGui([&] { stage_ = new Stage(file, folder_.path()); });
 }
 
@@ -63,11 +81,11 @@ void ScreenTest::TearDown() {
   });
 }
 
-QJsonObject ScreenTest::send(const QJsonObject& command) {
+const QJsonObject ScreenTest::send(const QJsonObject& command) {
   return DriverClient(driver()).send(command);
 }
 
-QJsonObject ScreenTest::done(const QJsonObject& command) {
+const QJsonObject ScreenTest::done(const QJsonObject& command) {
   const QJsonObject reply = send(command);
   EXPECT_TRUE(reply["ok"_L1].toBool())
       << command["cmd"_L1].toString().toStdString() << ": " << reply["error"_L1].toString().toStdString();
@@ -80,7 +98,7 @@ QString ScreenTest::refused(const QJsonObject& command) {
   return reply["error"_L1].toString();
 }
 
-QJsonObject ScreenTest::open(int module, const QJsonObject& rights) {
+const QJsonObject ScreenTest::open(int module, const QJsonObject& rights) {
   return done({{u"cmd"_s, u"open"_s}, {u"module"_s, module}, {u"rights"_s, rights}})["screen"_L1].toObject();
 }
 
@@ -104,7 +122,7 @@ void ScreenTest::press(const QString& keys) {
   done({{u"cmd"_s, u"press"_s}, {u"keys"_s, keys}});
 }
 
-QJsonObject ScreenTest::get(const QString& element) {
+const QJsonObject ScreenTest::get(const QString& element) {
   return done({{u"cmd"_s, u"get"_s}, {u"element"_s, element}});
 }
 

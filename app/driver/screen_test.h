@@ -11,13 +11,12 @@
 #include <optional>
 #include <vector>
 
-class QWidget;
+#include "app/driver/drive_desktop.h"
+#include "app/driver/driver.h"
+
+void PrintTo(const QString& text, std::ostream* out);  // in messages of failing tests
 
 namespace goodsbook {
-
-class DriveDesktop;
-class Driver;
-class Session;
 
 // Base of tests that drive real screens: a fresh session over an embedded database of its own in a temporary
 // folder, user ADMIN signed in, the plug-in loaded, the clock at 2026-11-20 10:11:12. Tests run in a thread
@@ -32,21 +31,23 @@ class ScreenTest : public ::testing::Test {
   void SetUp() override;
   void TearDown() override;
 
+  // Objects are given out as constant: indexing them then gives values, not references into a temporary.
+
   // The reply as it comes; fails the test when none comes.
-  QJsonObject send(const QJsonObject& command);
+  const QJsonObject send(const QJsonObject& command);
   // The same for a command that has to succeed: records a failure with the reply's error otherwise.
-  QJsonObject done(const QJsonObject& command);
+  const QJsonObject done(const QJsonObject& command);
   // The error of a command that has to fail.
   QString refused(const QJsonObject& command);
 
   // Common commands in one line each; all have to succeed.
-  QJsonObject open(int module, const QJsonObject& rights = {});  // the screen; empty when none was made
+  const QJsonObject open(int module, const QJsonObject& rights = {});  // the screen; empty when none was made
   void act(const QString& action);
   QString type(const QString& element, const QString& text);  // the text afterwards
   QString focus(const QString& element);                      // the element that has the focus then
   void click(const QString& element);
   void press(const QString& keys);
-  QJsonObject get(const QString& element);
+  const QJsonObject get(const QString& element);
   QString text(const QString& element) { return get(element)[QLatin1String("text")].toString(); }
   QJsonArray rows(const QString& element);                      // the row objects
   std::vector<QString> messages();                              // their texts, since the last call
@@ -61,7 +62,8 @@ class ScreenTest : public ::testing::Test {
   DriveDesktop& desktop();
   QString folder() const { return folder_.path(); }  // the program's folder of this test
 
-  // To be called in a test's constructor: the database file to start from, a copy of which is used.
+  // To be called in a test's constructor: the database file to start from, a copy of which is used; else an
+  // empty shop.
   void startFrom(const QString& databaseFile) { template_ = databaseFile; }
 
  private:

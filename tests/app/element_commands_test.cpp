@@ -38,7 +38,7 @@ TEST_F(ElementCommands, GetTellsEverythingAboutAnEdit) {
 TEST_F(ElementCommands, GetKeepsBlanksOfTitlesAndDropsMnemonics) {
   EXPECT_EQ(get(u"Edit2"_s)["title"_L1], u"名    称"_s);
   EXPECT_EQ(get(u"Edit2"_s)["maxlength"_L1], QJsonValue::Null);
-  EXPECT_EQ(text(u"YS"_s), u"有效"_s);
+  EXPECT_EQ(text(u"YS"_s), u"有效(V)"_s);
 }
 
 TEST_F(ElementCommands, HiddenAndLockedElementsAnswerToo) {
