@@ -84,9 +84,9 @@ TEST_F(DriveProcess, ADialogThatIsOpenDoesNotKeepTheProgram) {
 
 TEST_F(DriveProcess, MakesFolderAndDatabaseAndKeepsWhatWasSaved) {
   start({u"--today"_s, u"2026-11-20 10:11:12"_s, u"--set"_s, u"G_CoName=样例商店"_s});
-  EXPECT_TRUE(QFile::exists(folder_.filePath(u"a/b"_s)));
   const QJsonObject time = send("{\"cmd\":\"sql\",\"text\":\"select GETDATE()\"}");
   EXPECT_TRUE(time["sets"_L1][0]["rows"_L1][0][0].toString().startsWith(u"2026-11-20 10:1"_s));
+  EXPECT_TRUE(QFile::exists(folder_.filePath(u"a/b"_s)));
   const QJsonObject users = send("{\"cmd\":\"sql\",\"text\":\"select * from SYS_USER\"}");
   EXPECT_EQ(users["sets"_L1][0]["rows"_L1].toArray(),
             (QJsonArray{QJsonArray{u"ADMIN"_s, u"系统管理员"_s, u"1"_s}}));
