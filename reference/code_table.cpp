@@ -1,5 +1,6 @@
 #include "reference/code_table.h"
 
+#include <QLayout>
 #include <QRegularExpression>
 
 #include "host/U_function.h"
@@ -39,6 +40,7 @@ CodeTableEditor::CodeTableEditor(const CodeTable& table, QWidget* owner)
   std::vector<FieldSpec> fields = table.fields;
   fields.front().exit = [this] { Edit1Exit(); };
   FormBuilder(*this).fields(std::move(fields));
+  layout()->setSizeConstraint(QLayout::SetFixedSize);
   FormCreate();
 }
 

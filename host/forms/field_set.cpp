@@ -1,6 +1,7 @@
 #include "host/forms/field_set.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCheckBox>
 #include <QDateTime>
 #include <QLabel>
@@ -127,10 +128,14 @@ void setElementText(QWidget* element, const QString& text) {
 
 void setElementReadOnly(QWidget* element, bool readOnly) {
   if (qobject_cast<QLabel*>(element)) return;
+  QPalette look;  // what cannot be changed lies flat on its window
+  if (readOnly) look.setColor(QPalette::Base, QApplication::palette().color(QPalette::Window));
   if (auto* edit = qobject_cast<QLineEdit*>(element)) {
     edit->setReadOnly(readOnly);
+    edit->setPalette(look);
   } else if (auto* memo = qobject_cast<QPlainTextEdit*>(element)) {
     memo->setReadOnly(readOnly);
+    memo->setPalette(look);
   } else {
     element->setEnabled(!readOnly);
     return;

@@ -25,6 +25,8 @@ struct ListPrint {
   Q_DECLARE_TR_FUNCTIONS(ListPrint)
 };
 
+constexpr double marginMm = 12;
+
 QString cellText(const QAbstractItemModel& model, int row, int column) {
   const QModelIndex index = model.index(row, column);
   const QVariant box = index.data(Qt::CheckStateRole);
@@ -86,6 +88,7 @@ void printList(QWidget* parent, const TDBGridEh& grid, const QString& title, con
 
   QPrinter printer(QPrinter::HighResolution);
   printer.setDocName(report.title);
+  printer.setPageMargins({marginMm, marginMm, marginMm, marginMm}, QPageLayout::Millimeter);
   if (ListLayout::wantsLandscape(report.columns, printer.pageRect(QPrinter::Point).width())) {
     printer.setPageOrientation(QPageLayout::Landscape);
   }

@@ -46,6 +46,7 @@ class Pages {
     top_ = titleHeight_ + 1.5 * line_ * (report.company.isEmpty() ? 1 : 2);
     const double body = page_.height() - top_ - headingHeight_ - 2 * line_;
     layout_.emplace(report.columns, QSizeF(page_.width(), body), fontOf(bodyPoints), &printer);
+    left_ = (page_.width() - layout_->totalWidth()) / 2;
   }
 
   void lay() {
@@ -88,7 +89,7 @@ class Pages {
 
   void paintRows(int page) {
     double y = top_;
-    painter_.fillRect(QRectF(0, y, layout_->totalWidth(), headingHeight_), QColor(headingShade));
+    painter_.fillRect(QRectF(left_, y, layout_->totalWidth(), headingHeight_), QColor(headingShade));
     painter_.setFont(fontOf(bodyPoints, true));
     paintCells(titles_, y, headingHeight_);
     y += headingHeight_;
@@ -114,11 +115,11 @@ class Pages {
     const double pad = layout_->padding();
     painter_.setPen(QPen(QColor(lineShade), line_ / 30));
     for (int column = 0; column < layout_->columnCount(); ++column) {
-      painter_.drawRect(QRectF(layout_->left(column), y, layout_->width(column), height));
+      painter_.drawRect(QRectF(left_ + layout_->left(column), y, layout_->width(column), height));
     }
     painter_.setPen(Qt::black);
     for (int column = 0; column < layout_->columnCount(); ++column) {
-      const QRectF cell(layout_->left(column) + pad, y + pad, layout_->width(column) - 2 * pad,
+      const QRectF cell(left_ + layout_->left(column) + pad, y + pad, layout_->width(column) - 2 * pad,
                         height - 2 * pad);
       const Qt::Alignment across =
           report_.columns[static_cast<std::size_t>(column)].alignment & Qt::AlignHorizontal_Mask;
@@ -130,7 +131,7 @@ class Pages {
   QPrinter& printer_;
   QPainter painter_;
   QRectF page_;
-  double line_ = 0, titleHeight_ = 0, headingHeight_ = 0, top_ = 0;
+  double line_ = 0, titleHeight_ = 0, headingHeight_ = 0, top_ = 0, left_ = 0;
   QStringList titles_;
   std::optional<ListLayout> layout_;
 };

@@ -1,12 +1,14 @@
 // What a list gives to paper and to files, from its tool bar on.
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 
 #include "app/driver/screen_test.h"
 #include "host/U_glo.h"
+#include "host/controls/TDBGridEh.h"
 
 using namespace Qt::StringLiterals;
 
@@ -115,6 +117,27 @@ TEST_F(ListOutput, APrintHasHeadRowsAndPages) {
   }
   EXPECT_EQ(text.count(u'\f'), QString(text).remove(u' ').count(u"页/共"_s));
   EXPECT_GT(text.count(u'\f'), 1);
+}
+
+TEST_F(ListOutput, WithoutATargetThePreviewShows) {
+  openCurrencies(90);
+  act(u"Act_Print"_s);
+  EXPECT_EQ(frontClass(), u"QPrintPreviewDialog"_s);
+  press(u"Esc"_s);
+  EXPECT_EQ(frontClass(), u"TF2125"_s);
+  EXPECT_EQ(messages(), std::vector<QString>());
+}
+
+TEST_F(ListOutput, HiddenColumnsStayAtHome) {
+  openCurrencies(3);
+  onGui([] {
+    for (QWidget* widget : QApplication::allWidgets()) {
+      if (auto* grid = qobject_cast<TDBGridEh*>(widget)) grid->setColumnVisible(u"HB_HL"_s, false);
+    }
+  });
+  exportTo(path(u"list.csv"_s));
+  EXPECT_TRUE(contentOf(path(u"list.csv"_s)).startsWith("\xEF\xBB\xBF货币代号,货币名称,本位币,备注\r\n"));
+  EXPECT_FALSE(printed().contains(u"汇率"_s));
 }
 
 TEST_F(ListOutput, AnEmptyListCanBePrinted) {
