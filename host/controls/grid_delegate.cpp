@@ -2,90 +2,16 @@
 
 #include <QApplication>
 #include <QKeyEvent>
-#include <QPainter>
 
 #include "host/controls/edits.h"
 #include "host/controls/grid_model.h"
-#include "host/controls/grid_picks.h"
 
 using namespace Qt::StringLiterals;
 
 namespace goodsbook {
 
-namespace {
-
-QColor mixed(const QColor& base, const QColor& over, double share) {
-  const auto part = [share](int a, int b) { return static_cast<int>(a + (b - a) * share); };
-  return {part(base.red(), over.red()), part(base.green(), over.green()), part(base.blue(), over.blue())};
-}
-
-}  // namespace
-
 GridDelegate::GridDelegate(TDBGridEh* grid, GridModel* model, const GridPicks* picks)
     : QStyledItemDelegate(grid), grid_(grid), model_(model), picks_(picks) {}
-
-void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
-  QStyledItemDelegate::initStyleOption(option, index);
-  const RecordSet* rows = model_->recordSet();
-  if (rows == nullptr || index.row() >= rows->rowCount()) return;
-  const GridColumn& column = model_->column(index.column());
-  const bool isCurrentRow = index.row() == rows->currentRow();
-  const bool isPicked = !picks_->isEmpty() && picks_->contains(rows->bookmarkAt(index.row()));
-  const bool isCurrentCell = index == grid_->currentIndex();
-  // A grid to choose rows from shows the whole row as current, one to type into the cell.
-  const bool byRow = grid_->isReadOnly() && picks_->isEmpty();
-  option->state.setFlag(QStyle::State_Selected, isPicked || (isCurrentRow && (byRow || isCurrentCell)));
-  option->state.setFlag(QStyle::State_MouseOver, false);
-  if (isCurrentRow && !option->state.testFlag(QStyle::State_Selected)) {
-    option->backgroundBrush =
-        mixed(option->palette.color(QPalette::Base), option->palette.color(QPalette::Highlight), 0.25);
-  }
-  option->textElideMode = Qt::ElideRight;
-  if (column.checkBox || column.button) {
-    option->text.clear();
-    option->features.setFlag(QStyleOptionViewItem::HasCheckIndicator, false);
-  } else if (column.hideRepeats && index.row() > 0 && !isCurrentRow &&
-             option->text == model_->text(index.row() - 1, index.column())) {
-    option->text.clear();
-  }
-  if (draw_) draw_(index.row(), column.field, *option);
-}
-
-void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
-                         const QModelIndex& index) const {
-  QStyledItemDelegate::paint(painter, option, index);
-  const GridColumn& column = model_->column(index.column());
-  if (column.checkBox) {
-    QStyleOptionViewItem box = option;
-    initStyleOption(&box, index);
-    box.state.setFlag(model_->isChecked(index.row(), index.column()) ? QStyle::State_On : QStyle::State_Off);
-    paintCheckBox(painter, box);
-  } else if (column.button) {
-    paintButton(painter, option, index);
-  }
-}
-
-void GridDelegate::paintCheckBox(QPainter* painter, QStyleOptionViewItem& option) const {
-  const QStyle* style = grid_->style();
-  const QSize size(style->pixelMetric(QStyle::PM_IndicatorWidth, &option, grid_),
-                   style->pixelMetric(QStyle::PM_IndicatorHeight, &option, grid_));
-  option.rect = QStyle::alignedRect(option.direction, Qt::AlignCenter, size, option.rect);
-  option.state.setFlag(QStyle::State_HasFocus, false);
-  style->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &option, painter, grid_);
-}
-
-void GridDelegate::paintButton(QPainter* painter, const QStyleOptionViewItem& option,
-                               const QModelIndex& index) const {
-  QStyleOptionButton button;
-  button.rect = option.rect.adjusted(1, 1, -1, -1);
-  button.palette = option.palette;
-  button.fontMetrics = option.fontMetrics;
-  button.direction = option.direction;
-  button.state = QStyle::State_Raised | (grid_->isEnabled() ? QStyle::State_Enabled : QStyle::State_None);
-  button.text = model_->text(index.row(), index.column());
-  if (button.text.isEmpty()) button.text = u"…"_s;
-  grid_->style()->drawControl(QStyle::CE_PushButton, &button, painter, grid_);
-}
 
 QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                                     const QModelIndex& index) const {

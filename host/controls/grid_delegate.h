@@ -5,6 +5,7 @@
 #include <QStyledItemDelegate>
 
 #include "host/controls/TDBGridEh.h"
+#include "host/controls/cell_text.h"
 
 namespace goodsbook {
 
@@ -42,6 +43,7 @@ class GridDelegate : public QStyledItemDelegate {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void paintFocus(QPainter* painter, const QStyleOptionViewItem& option) const;
   void paintCheckBox(QPainter* painter, QStyleOptionViewItem& option) const;
   void paintButton(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
 
@@ -49,6 +51,7 @@ class GridDelegate : public QStyledItemDelegate {
   GridModel* model_;
   const GridPicks* picks_;
   TDBGridEh::DrawColumnCell draw_;
+  mutable CellText texts_;
   mutable QPointer<QLineEdit> editor_;
   mutable QString shown_;  // what the editor began with: a text that was not touched is not written back
   mutable bool refused_ = false;

@@ -1,6 +1,7 @@
 #include "host/controls/grid_search.h"
 
 #include <QKeyEvent>
+#include <algorithm>
 #include <chrono>
 
 #include "host/controls/grid_model.h"
@@ -97,7 +98,8 @@ bool GridSearch::find(const QString& text, int from, int step) {
 void GridSearch::showHint(bool found) {
   hint_->setText((found ? tr("查找：%1") : tr("查找：%1 (没有找到)")).arg(typed_));
   hint_->adjustSize();
-  hint_->move(4, grid_->viewport()->height() - hint_->height() - 4);
+  const QSize room = grid_->viewport()->size();
+  hint_->move(std::max(0, room.width() - hint_->width() - 4), room.height() - hint_->height() - 4);
   hint_->show();
   hint_->raise();
   timeout_.start();

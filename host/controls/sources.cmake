@@ -3,10 +3,12 @@ target_sources(goodsbookhost PRIVATE
   controls/TDBGridEh.h controls/TDBGridEh.cpp
   controls/edits.h controls/edits.cpp
   controls/button_edits.cpp
+  controls/cell_text.h controls/cell_text.cpp
   controls/grid_columns.cpp
   controls/grid_delegate.h controls/grid_delegate.cpp
   controls/grid_footer.h controls/grid_footer.cpp
   controls/grid_model.h controls/grid_model.cpp
+  controls/grid_painting.cpp
   controls/grid_picks.h controls/grid_picks.cpp
   controls/grid_rows.cpp
   controls/grid_search.h controls/grid_search.cpp

@@ -15,8 +15,8 @@ namespace goodsbook {
 
 class TDBGridEh;
 
-// The keeper of layouts and small choices: an ini file of sections and keys in the program's folder. Files are
-// written whole or not at all; of a damaged one counts what can be read.
+// The keeper of layouts and small choices: an ini file of sections and keys in the program's folder. Files
+// are written whole or not at all; of a damaged one counts what can be read.
 class GOODSBOOKHOST_EXPORT TIniPropStorageManEh : public QObject {
   Q_OBJECT
 
