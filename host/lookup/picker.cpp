@@ -6,6 +6,7 @@
 #include <QStyleOptionViewItem>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <array>
 
 #include "host/controls/TDBGridEh.h"
 #include "host/controls/drop_place.h"
@@ -115,7 +116,26 @@ void LookupPicker::attach(TExtEdit* edit, const QString& condition) {
 
 void LookupPicker::dropBelow(QLineEdit* edit, const QString& condition) {
   edit_ = edit;
+  cellGrid_ = nullptr;
   condition_ = condition;
+}
+
+void LookupPicker::showForCell(TDBGridEh* grid, const QString& codeField, const QString& nameField,
+                               const QString& condition) {
+  edit_ = nullptr;
+  cellGrid_ = grid;
+  condition_ = condition;
+  target_ = {.rows = grid->recordSet(), .codeField = codeField, .nameField = nameField};
+  setVisible(true);
+}
+
+QWidget* LookupPicker::anchor() const {
+  return edit_ != nullptr ? static_cast<QWidget*>(edit_) : static_cast<QWidget*>(cellGrid_);
+}
+
+QString LookupPicker::code() const {
+  if (edit_ != nullptr) return edit_->text().trimmed();
+  return target_.rows != nullptr ? target_.rows->text(target_.codeField) : QString();
 }
 
 void LookupPicker::setVisible(bool visible) {
@@ -123,23 +143,29 @@ void LookupPicker::setVisible(bool visible) {
     if (visible) activateWindow();
     return;
   }
-  if (visible && edit_ != nullptr) {
-    if (!guarded(this, [this] { open(); })) return;
-    edit_->window()->installEventFilter(this);
-    QDialog::setVisible(true);
-    move(dropPlace(*edit_, size()));
-    raise();
-    activateWindow();
-    search_->setFocus(Qt::PopupFocusReason);
+  QWidget* below = anchor();
+  if (below == nullptr) {
+    if (!visible) QDialog::setVisible(false);
     return;
   }
-  if (!visible && edit_ != nullptr) edit_->window()->removeEventFilter(this);
-  QDialog::setVisible(visible);
+  if (!visible) {
+    below->window()->removeEventFilter(this);
+    QDialog::setVisible(false);
+    return;
+  }
+  if (!guarded(this, [this] { open(); })) return;
+  below->window()->installEventFilter(this);
+  QDialog::setVisible(true);
+  const QRect cell = edit_ != nullptr ? edit_->rect() : cellGrid_->visualRect(cellGrid_->currentIndex());
+  move(dropPlace(edit_ != nullptr ? *below : *cellGrid_->viewport(), size(), cell));
+  raise();
+  activateWindow();
+  search_->setFocus(Qt::PopupFocusReason);
 }
 
 void LookupPicker::open() {
   all_ = table_.rows(condition_);
-  preselect(edit_->text().trimmed());
+  preselect(code());
 }
 
 void LookupPicker::preselect(const QString& code) {
@@ -225,7 +251,7 @@ bool LookupPicker::eventFilter(QObject* watched, QEvent* event) {
       step(key);
       return true;
     }
-  } else if (event->type() == QEvent::Hide && edit_ != nullptr && watched == edit_->window()) {
+  } else if (event->type() == QEvent::Hide && anchor() != nullptr && watched == anchor()->window()) {
     hide();
   }
   return TFrm_Base::eventFilter(watched, event);
@@ -237,20 +263,21 @@ QString LookupPicker::helpText() const {
 
 void LookupPicker::focusWent(const QWidget* now) {
   // The edit may have the focus while the list shows: Esc there closes the list and not the screen.
-  if (isVisible() && now != nullptr && now != edit_ && now->window() != this) hide();
+  if (isVisible() && now != nullptr && now != anchor() && now->window() != this) hide();
 }
 
 void LookupPicker::take() {
-  if (rows_->isEmpty() || edit_ == nullptr) return;
+  if (rows_->isEmpty() || anchor() == nullptr) return;
   const QString code = rows_->text(table_.idField);
   const QString name = rows_->text(table_.nameField);
   guarded(this, [&] {
-    edit_->selectAll();
-    edit_->insert(code);
+    if (edit_ != nullptr) {
+      edit_->selectAll();
+      edit_->insert(code);
+    }
     auto* lookupEdit = qobject_cast<TExtEdit*>(edit_.data());
-    QLabel* label = target_.nameLabel != nullptr ? target_.nameLabel
-                    : lookupEdit != nullptr      ? lookupEdit->nameLabel()
-                                                 : nullptr;
+    QLabel* label = target_.nameLabel;
+    if (label == nullptr && lookupEdit != nullptr) label = lookupEdit->nameLabel();
     if (label != nullptr) label->setText(name);
     if (target_.nameEdit != nullptr) target_.nameEdit->setText(name);
     if (target_.rows != nullptr) {
@@ -264,12 +291,31 @@ void LookupPicker::take() {
 
 void LookupPicker::leave(bool onward) {
   hide();
-  if (edit_ == nullptr) return;
-  edit_->window()->activateWindow();
-  edit_->setFocus(Qt::OtherFocusReason);
+  const QPointer<QWidget> back = anchor();
+  if (back == nullptr) return;
+  back->window()->activateWindow();
+  back->setFocus(Qt::OtherFocusReason);
   if (!onward) return;
-  QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
-  QApplication::sendEvent(edit_, &tab);
+  if (back->hasFocus()) {
+    goOn();
+    return;
+  }
+  // The screen becomes active with one of the next events. What its edit checks on being left needs the focus
+  // there first.
+  auto* once = new QObject(this);
+  connect(qApp, &QApplication::focusChanged, once, [this, once, back](const QWidget*, const QWidget* now) {
+    if (now == nullptr) return;
+    once->deleteLater();
+    disconnect(qApp, nullptr, once, nullptr);
+    if (now == back)
+      QMetaObject::invokeMethod(
+          this, [this] { goOn(); }, Qt::QueuedConnection);
+  });
+}
+
+void LookupPicker::goOn() {
+  QKeyEvent next(QEvent::KeyPress, edit_ != nullptr ? Qt::Key_Tab : Qt::Key_Return, Qt::NoModifier);
+  if (anchor() != nullptr && anchor()->hasFocus()) QApplication::sendEvent(anchor(), &next);
 }
 
 }  // namespace goodsbook

@@ -38,6 +38,10 @@ class GOODSBOOKHOST_EXPORT LookupPicker : public TFrm_Base {
   void attach(TExtEdit* edit, const QString& condition = {});
   // The same for any edit, which does not learn of it.
   void dropBelow(QLineEdit* edit, const QString& condition = {});
+  // For a cell of a grid: shows below the current cell, the row taken goes into these fields of the current
+  // row.
+  void showForCell(TDBGridEh* grid, const QString& codeField, const QString& nameField,
+                   const QString& condition = {});
   void setTarget(Target target) { target_ = std::move(target); }
 
   void setVisible(bool visible) override;
@@ -60,12 +64,16 @@ class GOODSBOOKHOST_EXPORT LookupPicker : public TFrm_Base {
   void step(int key);
   void take();
   void leave(bool onward);
+  void goOn();
   void focusWent(const QWidget* now);
+  QWidget* anchor() const;  // the edit or the grid that it drops below
+  QString code() const;     // that stands there
 
   LookupTable table_;
   QString condition_;
   Target target_;
   QPointer<QLineEdit> edit_;
+  QPointer<TDBGridEh> cellGrid_;
   QPointer<RecordSet> rows_;
   TCustomDBEditEh* search_;
   TDBGridEh* grid_;

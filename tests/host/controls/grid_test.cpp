@@ -8,6 +8,7 @@
 #include <QSignalSpy>
 
 #include "tests/host/controls/grid_fixture.h"
+#include "tests/host/data/test_session.h"
 
 using namespace Qt::StringLiterals;
 
@@ -120,6 +121,22 @@ TEST_F(GridTest, EmptyNumberCellIsNull) {
   EXPECT_TRUE(grid.editCell(0, u"SJ"_s, u""_s));
   EXPECT_TRUE(rows.isNull(u"SJ"_s));
   EXPECT_EQ(rows.text(u"SJ"_s), QString());
+}
+
+TEST_F(GridTest, AValueThatCannotBeIsToldAndNotTaken) {
+  test::TestSession session;
+  std::vector<Field> dated = fields();
+  dated.push_back({.name = u"BDATE"_s, .type = FieldType::DateTime});
+  rows.create(dated);
+  add("A1", "苹果", 1, 1, true);
+  std::vector<GridColumn> shown = columns();
+  shown.push_back({.field = u"BDATE"_s, .readOnly = false});
+  grid.setColumns(shown);
+  EXPECT_FALSE(grid.editCell(0, u"BDATE"_s, u"2026-02-30"_s));
+  EXPECT_EQ(session.desktop().messages.size(), 1);
+  EXPECT_TRUE(rows.isNull(u"BDATE"_s));
+  EXPECT_TRUE(grid.editCell(0, u"BDATE"_s, u"2026-02-28"_s));
+  EXPECT_EQ(rows.value(u"BDATE"_s).toDateTime().date(), QDate(2026, 2, 28));
 }
 
 TEST_F(GridTest, TypingLimitIsTheFieldsSize) {
