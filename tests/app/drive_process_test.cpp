@@ -42,6 +42,10 @@ class DriveProcess : public ::testing::Test {
     process_.write(line + '\n');
     return QJsonDocument::fromJson(reply()).object();
   }
+  void TearDown() override {
+    process_.closeWriteChannel();
+    EXPECT_TRUE(process_.state() == QProcess::NotRunning || process_.waitForFinished(patience));
+  }
   int exitCode() {
     EXPECT_TRUE(process_.waitForFinished(patience));
     return process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
@@ -100,6 +104,29 @@ TEST_F(DriveProcess, MakesFolderAndDatabaseAndKeepsWhatWasSaved) {
   EXPECT_EQ(units["sets"_L1][0]["rows"_L1][0][0], u"公斤"_s);
   send("{\"cmd\":\"quit\"}");
   EXPECT_EQ(exitCode(), 0);
+}
+
+TEST_F(DriveProcess, AScriptAddsAUnit) {
+  start();
+  for (const char* line :
+       {R"({"cmd":"open","module":103})", R"({"cmd":"action","name":"Act_Add"})",
+        R"({"cmd":"type","element":"Edit1","text":"kg"})",
+        R"({"cmd":"type","element":"Edit2","text":"公斤"})", R"({"cmd":"click","element":"btn_ok"})"}) {
+    EXPECT_EQ(send(line)["ok"_L1], true) << line;
+  }
+  QStringList sent;
+  const QJsonArray statements = send(R"({"cmd":"statements"})")["statements"_L1].toArray();
+  for (const QJsonValue& statement : statements) {
+    sent << statement["op"_L1].toString() + u": "_s + statement["sql"_L1].toString();
+  }
+  EXPECT_EQ(sent.join(u'\n').toStdString(),
+            "opensql: select * From D1003\n"
+            "opensql: select * from d1003 where dw_id='KG'\n"
+            "ExecSql: insert into D1003 (dw_id,dw_name,pym,dw_note)ValueS('KG','公斤','GJ','')");
+  const QJsonObject list = send(R"({"cmd":"rows","element":"DBGridEh"})");
+  EXPECT_EQ(list["count"_L1], 1);
+  EXPECT_EQ(list["rows"_L1][0]["DW_ID"_L1], u"KG"_s);
+  EXPECT_EQ(list["rows"_L1][0]["DW_NAME"_L1], u"公斤"_s);
 }
 
 struct Unusable {
