@@ -37,6 +37,7 @@ const CodeTable& TF2125_1::table() {
            {.name = u"HB_HL"_s,
             .label = tr("汇    率"),
             .kind = FieldKind::Number,
+            .required = true,  // it goes into the statement without quotes
             .column = u"hb_hl"_s,
             .format = u"0.000000"_s,
             .places = 6}},

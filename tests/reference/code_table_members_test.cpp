@@ -180,6 +180,24 @@ TEST_F(Currencies, BoxRateAndNoteGoIntoTheStatementsAndTheList) {
   EXPECT_EQ(sql(u"select hb_bw,hb_hl from D1001"_s), (std::vector<std::vector<QString>>{{u"0"_s, u"7.2"_s}}));
 }
 
+TEST_F(Currencies, ARowWithoutARateAsksForOne) {
+  sql(u"insert into D1001 (hb_id,hb_name) values ('US','美元')"_s);
+  open(125);
+  rows(u"DBGridEh"_s);
+  statements();
+  act(u"Act_Edit"_s);
+  EXPECT_EQ(text(u"HB_HL"_s), QString());
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{u"汇率不能为空!"_s});
+  EXPECT_EQ(statements(), Lines());
+  type(u"HB_HL"_s, u"7"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(
+      statements(),
+      Lines{
+          u"update D1001 set hb_id='US',PYM='MY',hb_name='美元',hb_note='',hb_bw=0,hb_hl=7 where hb_id='US'"_s});
+}
+
 TEST_F(Currencies, CopyAddTakesBoxAndRateAlong) {
   sql(u"insert into D1001 (hb_id,hb_name,hb_note,hb_bw,hb_hl) values ('US','美元','x',1,7.25)"_s);
   open(125);
