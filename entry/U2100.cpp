@@ -7,7 +7,17 @@
 #include <memory>
 
 #include "host/U_function.h"
+#include "labels/U2102.h"
+#include "products/U2101.h"
 #include "reference/U2103.h"
+#include "reference/U2104.h"
+#include "reference/U2107.h"
+#include "reference/U2108.h"
+#include "reference/U2111.h"
+#include "reference/U2112.h"
+#include "reference/U2113.h"
+#include "reference/U2114.h"
+#include "reference/U2122.h"
 #include "reference/U2123.h"
 #include "reference/U2124.h"
 #include "reference/U2125.h"
@@ -31,7 +41,17 @@ struct Row {
 };
 
 constexpr auto screens = std::to_array<Row>({
+    {101, [](const Trecord& record, QWidget* owner) { open(F2101, record, owner); }},
+    {102, [](const Trecord& record, QWidget* owner) { open(F2102, record, owner); }},
     {103, [](const Trecord& record, QWidget* owner) { open(F2103, record, owner); }},
+    {104, [](const Trecord& record, QWidget* owner) { open(F2104, record, owner); }},
+    {107, [](const Trecord& record, QWidget* owner) { open(F2107, record, owner); }},
+    {108, [](const Trecord& record, QWidget* owner) { open(F2108, record, owner); }},
+    {111, [](const Trecord& record, QWidget* owner) { open(F2111, record, owner); }},
+    {112, [](const Trecord& record, QWidget* owner) { open(F2112, record, owner); }},
+    {113, [](const Trecord& record, QWidget* owner) { open(F2113, record, owner); }},
+    {114, [](const Trecord& record, QWidget* owner) { open(F2114, record, owner); }},
+    {122, [](const Trecord& record, QWidget* owner) { open(F2122, record, owner); }},
     {123, [](const Trecord& record, QWidget* owner) { open(F2123, record, owner); }},
     {124, [](const Trecord& record, QWidget* owner) { open(F2124, record, owner); }},
     {125, [](const Trecord& record, QWidget* owner) { open(F2125, record, owner); }},

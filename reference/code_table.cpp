@@ -1,11 +1,11 @@
 #include "reference/code_table.h"
 
 #include <QLayout>
-#include <QRegularExpression>
 
-#include "host/U_function.h"
 #include "host/Zpy.h"
+#include "host/data/U_dataop.h"
 #include "host/forms/form_builder.h"
+#include "reference/composed.h"
 
 using namespace Qt::StringLiterals;
 
@@ -38,7 +38,10 @@ CodeTableEditor::CodeTableEditor(const CodeTable& table, QWidget* owner)
     : TFrm_Base_Detail(owner), table_(table) {
   setWindowTitle(table.caption);
   std::vector<FieldSpec> fields = table.fields;
-  fields.front().exit = [this] { Edit1Exit(); };
+  fields.front().exit = [this] {
+    reference::checkNewCode(*this, AdoQry_Tmp, u"Edit1"_s, table_.codeCaption, table_.uniqueness,
+                            table_.taken);
+  };
   FormBuilder(*this).fields(std::move(fields));
   layout()->setSizeConstraint(QLayout::SetFixedSize);
   FormCreate();
@@ -56,43 +59,12 @@ void CodeTableEditor::RefreshData() {
   TFrm_Base_Detail::RefreshData();
 }
 
-void CodeTableEditor::Edit1Exit() {
-  TCustomDBEditEh* code = edit(u"Edit1"_s);
-  CheckBlankInstr(code, table_.codeCaption);
-  CheckBlank(code);
-  CheckText(code, table_.codeCaption);
-  opensql(AdoQry_Tmp, moduleCode_, table_.uniqueness + code->text() + u'\'');
-  if (AdoQry_Tmp.isEmpty()) return;
-  DISPINFO(table_.taken, 5);
-  throw EAbort();
-}
-
 void CodeTableEditor::SaveData() {
-  const QString sql = statement(isAdding() ? table_.insert : table_.update);
+  const reference::Values values{{u"pym"_s, Zpy::GetPY(text(u"Edit2"_s).trimmed())},
+                                 {u"row"_s, listRows().text(table_.keyField)}};
+  const QString sql = reference::composed(isAdding() ? table_.insert : table_.update, *this, values);
   ExecSql(moduleCode_, text(u"Edit1"_s), mode(), sql, 0, false, true, false, true);
   storeFields();
-}
-
-// Values go in as typed. They are put in one by one from left to right, so that braces in a value stay what
-// they are.
-QString CodeTableEditor::statement(const QString& form) const {
-  static const QRegularExpression place(u"\\{(\\w+)\\}"_s);
-  QString sql;
-  qsizetype from = 0;
-  for (auto matches = place.globalMatch(form); matches.hasNext();) {
-    const QRegularExpressionMatch match = matches.next();
-    const QString name = match.captured(1);
-    sql += QStringView(form).sliced(from, match.capturedStart() - from);
-    if (name == "pym"_L1) {
-      sql += Zpy::GetPY(text(u"Edit2"_s).trimmed());
-    } else if (name == "row"_L1) {
-      sql += listRows().text(table_.keyField);
-    } else {
-      sql += text(name);
-    }
-    from = match.capturedEnd();
-  }
-  return sql += QStringView(form).sliced(from);
 }
 
 }  // namespace goodsbook

@@ -18,11 +18,12 @@ struct CodeTable {
   std::vector<GridColumn> columns;
   std::vector<Field> listFields;
 
-  std::vector<FieldSpec> fields;                     // Edit1 is the code, Edit2 the name
-  std::vector<std::pair<QString, QString>> initial = {}; // in "Add": what other fields than empty ones start with
-  QString codeCaption;                               // how messages name the code
-  QString uniqueness;                                // a select; the code and a quote follow
-  QString taken;                                     // the message for a code that is there already
+  std::vector<FieldSpec> fields;  // Edit1 is the code, Edit2 the name
+  std::vector<std::pair<QString, QString>> initial =
+      {};               // in "Add": what other fields than empty ones start with
+  QString codeCaption;  // how messages name the code
+  QString uniqueness;   // a select; the code and a quote follow
+  QString taken;        // the message for a code that is there already
   QString insert, update;
 };
 
@@ -52,9 +53,6 @@ class CodeTableEditor : public TFrm_Base_Detail {
   void SaveData() override;
 
  private:
-  void Edit1Exit();
-  QString statement(const QString& form) const;
-
   const CodeTable& table_;
 };
 

@@ -2,16 +2,11 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
-#include <QFile>
-#include <QPrintPreviewDialog>
-#include <QPrinter>
-#include <QTimer>
+#include <QPageSize>
 
 #include "host/U_glo.h"
-#include "host/data/errors.h"
-#include "host/forms/Base.h"
 #include "host/print/list_report.h"
-#include "host/print/pdf_text.h"
+#include "host/print/print_job.h"
 #include "host/session.h"
 #include "host/sheet/list_columns.h"
 #include "host/sheet/progress.h"
@@ -24,8 +19,6 @@ namespace {
 struct ListPrint {
   Q_DECLARE_TR_FUNCTIONS(ListPrint)
 };
-
-constexpr double marginMm = 12;
 
 QString cellText(const QAbstractItemModel& model, int row, int column) {
   const QModelIndex index = model.index(row, column);
@@ -64,19 +57,6 @@ ListReport reportOf(const TDBGridEh& grid, const QString& title, const QString& 
   return report;
 }
 
-// The pages on a file; what a cancelled or failed print left is taken away again.
-void printToFile(const ListReport& report, QPrinter& printer, const QString& path) {
-  printer.setOutputFormat(QPrinter::PdfFormat);
-  printer.setOutputFileName(path);
-  try {
-    paintReport(report, printer);
-    makeTextSearchable(path);
-  } catch (const EAbort&) {
-    QFile::remove(path);
-    throw;
-  }
-}
-
 }  // namespace
 
 void printList(QWidget* parent, const TDBGridEh& grid, const QString& title, const QString& filterText) {
@@ -84,31 +64,15 @@ void printList(QWidget* parent, const TDBGridEh& grid, const QString& title, con
   if (rows == nullptr || !rows->isOpen()) return;
   rows->waitForAll();
   ListReport report = reportOf(grid, title, filterText);
-  const QString target = Session::current().desktop().takePrintTarget();
-
-  QPrinter printer(QPrinter::HighResolution);
-  printer.setDocName(report.title);
-  printer.setPageMargins({marginMm, marginMm, marginMm, marginMm}, QPageLayout::Millimeter);
-  if (ListLayout::wantsLandscape(report.columns, printer.pageRect(QPrinter::Point).width())) {
-    printer.setPageOrientation(QPageLayout::Landscape);
-  }
-  if (!target.isEmpty()) {
-    Progress progress(parent, ListPrint::tr("正在打印…"), 2 * report.rowCount);
-    report.onRow = [&](int done) { progress.step(done); };
-    printToFile(report, printer, target);
-    return;
-  }
-
-  QPrintPreviewDialog preview(&printer, parent);
-  preview.setWindowTitle(ListPrint::tr("打印预览 — %1").arg(report.title));
-  preview.resize(1000, 720);
-  QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, [&](QPrinter* to) {
-    Progress progress(&preview, ListPrint::tr("正在排版…"), 2 * report.rowCount);
-    report.onRow = [&](int done) { progress.step(done); };
-    const bool whole = guarded(&preview, [&] { paintReport(report, *to); });
-    if (!whole) QTimer::singleShot(0, &preview, &QDialog::reject);
+  const double across =
+      QPageSize(QPageSize::A4).size(QPageSize::Point).width() - 2 * printMargin(QPageLayout::Point);
+  const auto orientation =
+      ListLayout::wantsLandscape(report.columns, across) ? QPageLayout::Landscape : QPageLayout::Portrait;
+  runPrintJob(parent, report.title, orientation, [&report](QPrinter& printer, QWidget* over) {
+    Progress progress(over, ListPrint::tr("正在排版…"), 2 * report.rowCount);
+    report.onRow = [&progress](int done) { progress.step(done); };
+    paintReport(report, printer);
   });
-  preview.exec();
 }
 
 }  // namespace goodsbook

@@ -1,0 +1,193 @@
+#include "products/U2101_1.h"
+
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QSettings>
+#include <QStackedWidget>
+
+#include "host/U_function.h"
+#include "host/U_glo.h"
+#include "host/data/U_dataop.h"
+#include "host/data/errors.h"
+#include "host/lookup/pickers.h"
+#include "host/session.h"
+#include "products/U2101_2.h"
+#include "products/U2101_sj.h"
+#include "products/U2101_tm.h"
+#include "products/picture.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+
+namespace {
+
+const QString rememberedStyle = u"Login/BA001"_s;  // true: one unit
+
+QString settingsFile() {
+  return Session::current().programFile(G_inifielname);
+}
+
+template <class Dialog>
+void runUnitDialog(QWidget* owner, const QString& adw) {
+  Dialog dialog(owner);
+  dialog.init(adw);
+  dialog.exec();
+}
+
+}  // namespace
+
+TF2101_1::TF2101_1(QWidget* owner) : TFrm_Base_Detail(owner), units_(DataSetDJ) {
+  setWindowTitle(tr("商品基本资料"));
+  DataSetDJ.setObjectName(u"DataSetDJ"_s);
+  AdoQry_Pict.setObjectName(u"AdoQry_Pict"_s);
+  resize(880, 620);
+  buildHeader();
+  FormCreate();
+  setSingleUnit(QSettings(settingsFile(), QSettings::IniFormat).value(rememberedStyle, true).toBool());
+}
+
+void TF2101_1::FormClose() {
+  QSettings(settingsFile(), QSettings::IniFormat).setValue(rememberedStyle, singleUnit_ ? 1 : 0);
+  TFrm_Base_Detail::FormClose();
+}
+
+void TF2101_1::setSingleUnit(bool single) {
+  singleUnit_ = single;
+  unitPages_->setCurrentIndex(single ? 0 : 1);
+}
+
+void TF2101_1::RefreshData() {
+  setLoading(true);
+  BTN_CHANGE->setVisible(!isAdding());
+  firstFocus = isAdding() && !GPARAM0 ? u"Edit1"_s : u"Edit2"_s;
+  lockedFields = mode() == "Edit"_L1 ? u"EDIT1"_s : QString();
+  loadFields();
+  refreshHeader();
+  if (mode() == "Add"_L1) {
+    units_.openEmpty();
+  } else if (mode() == "CopyAdd"_L1) {
+    units_.openCopy(moduleCode_, listRows().text(u"WL_ID"_s));
+  } else {
+    units_.open(moduleCode_, listRows().text(u"WL_ID"_s));
+  }
+  DBGridEh1->setReadOnly(isReadOnly());
+  DBGridEh1->setAllowAppend(!isReadOnly());
+  refreshPicture();
+  TFrm_Base_Detail::RefreshData();
+}
+
+void TF2101_1::refreshHeader() {
+  if (mode() == "Add"_L1) {
+    setText(u"user_name"_s, G_UserName);
+    setText(u"BDATE"_s, Session::current().desktop().now().toString(u"yyyy-MM-dd HH:mm:ss "_s));
+    setText(u"EDATE"_s, {});
+    setChecked(u"YS"_s, true);
+    setChecked(u"check_kc"_s, true);
+    for (const QString& name : {u"TM"_s, u"SJ"_s, u"VIPSJ"_s, u"pfj"_s, u"CGJ"_s, u"DJ"_s})
+      setText(name, u"0"_s);
+  } else {
+    const QString day = u"yyyy-MM-dd"_s;
+    const QDateTime created = listRows().value(u"BDATE"_s).toDateTime();
+    const QDateTime changed = listRows().value(u"EDATE"_s).toDateTime();
+    setText(u"user_name"_s, listRows().text(u"USER_NAME"_s));
+    setText(u"BDATE"_s, created.toString(day));
+    setText(u"EDATE"_s, changed.isValid() ? changed.toString(day) : QString());
+  }
+  if (mode() == "CopyAdd"_L1) {
+    setText(u"Edit1"_s, {});
+    setText(u"DJ"_s, u"0"_s);
+  }
+  if (isAdding() && GPARAM0) setText(u"Edit1"_s, tr("自动编号"));
+}
+
+void TF2101_1::refreshPicture() {
+  if (isAdding()) {
+    AdoQry_Pict.create({{.name = u"WL_ID"_s, .size = 20}, {.name = u"pict"_s, .type = FieldType::Blob}});
+  } else {
+    opensql(AdoQry_Pict, moduleCode_,
+            u"select WL_ID,pict from D1801 where wl_id='"_s + listRows().text(u"WL_ID"_s) + u'\'');
+  }
+  Image1->setPicture(AdoQry_Pict.isEmpty() ? QByteArray() : AdoQry_Pict.value(u"pict"_s).toByteArray());
+}
+
+void TF2101_1::Edit1Exit() {
+  TCustomDBEditEh* code = edit(u"Edit1"_s);
+  if (GPARAM0 && isAdding() && code->text() == tr("自动编号"))
+    return;  // its number is drawn when it is saved
+  if (GPARAM0 && code->text().trimmed().isEmpty()) {
+    if (GPARAM1 && text(u"CLASS_ID"_s).isEmpty()) return;
+    setText(u"Edit1"_s, GetNOID(moduleCode_, GPARAM1 ? text(u"CLASS_ID"_s) : QString(), GPARAM2));
+  }
+  CheckBlankInstr(code, tr("商品编号"));
+  CheckText(code, tr("商品编号"));
+  CheckBlank(code);
+  opensql(AdoQry_Tmp, moduleCode_, u"select wl_id from D1801 where wl_id='"_s + code->text() + u'\'');
+  if (AdoQry_Tmp.isEmpty()) return;
+  DISPINFO(tr("商品编号已登记!"), 5);
+  throw EAbort();
+}
+
+void TF2101_1::BTN_CHANGEClick() {
+  if (isAdding()) {
+    DISPINFO(tr("【增加】的状态下无更改记录,您应该在【修改/查看】状态下浏览更改记录!"), 5);
+    return;
+  }
+  TF2101_2 history(this);
+  history.init(text(u"Edit1"_s));
+  history.exec();
+}
+
+void TF2101_1::unitButtonClick(int row, const QString& field) {
+  DataSetDJ.moveTo(row);
+  if (field.compare("DW_ID"_L1, Qt::CaseInsensitive) == 0) {
+    pickUnit(row);
+    return;
+  }
+  if (units_.isNew()) {
+    DISPINFO(tr("当您为商品新增加一种单位时，必须先保存后才可以定义相关的条码及区域售价!"), 5);
+    return;
+  }
+  const QString adw = DataSetDJ.text(u"adw"_s);
+  if (field == tr("多条码")) {
+    runUnitDialog<TF2101_TM>(this, adw);
+  } else {
+    runUnitDialog<TF2101_SJ>(this, adw);
+  }
+}
+
+void TF2101_1::pickUnit(int row) {
+  DBGridEh1->setSelectedField(u"DW_ID"_s);
+  DBGridEh1->edit(DBGridEh1->model()->index(row, DBGridEh1->columnOf(u"DW_ID"_s)));
+  auto* editor = DBGridEh1->viewport()->findChild<QLineEdit*>();
+  if (!editor) return;
+  if (!gridUnitPicker_) {
+    gridUnitPicker_ = new LookupPicker(lookup::units(), this);
+    gridUnitPicker_->setTarget({.rows = &DataSetDJ, .codeField = u"DW_ID"_s, .nameField = {}});
+  }
+  gridUnitPicker_->dropBelow(editor);
+}
+
+void TF2101_1::addUnitRow() {
+  if (!isReadOnly()) DataSetDJ.append();
+}
+
+void TF2101_1::removeUnitRow() {
+  if (!isReadOnly() && !DataSetDJ.isEmpty()) DataSetDJ.remove();
+}
+
+void TF2101_1::FormKeyDown(QKeyEvent* event) {
+  if (event->key() == Qt::Key_F11) {
+    event->accept();
+    BTN_CHANGEClick();
+  } else if (event->key() == Qt::Key_F6) {
+    event->accept();
+    const bool wasInUnits = focusWidget() && unitPages_->isAncestorOf(focusWidget());
+    setSingleUnit(!singleUnit_);
+    if (wasInUnits) (singleUnit_ ? static_cast<QWidget*>(lookupEdit(u"dw_id"_s)) : DBGridEh1)->setFocus();
+  } else {
+    TFrm_Base_Detail::FormKeyDown(event);
+  }
+}
+
+}  // namespace goodsbook

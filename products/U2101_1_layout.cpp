@@ -1,0 +1,179 @@
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QPushButton>
+#include <QStackedWidget>
+
+#include "host/forms/form_builder.h"
+#include "host/lookup/pickers.h"
+#include "products/U2101_1.h"
+#include "products/picture.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+
+namespace {
+
+QAction* addItem(QWidget* menu, const QString& name, const QString& text) {
+  auto* action = new QAction(text, menu);
+  action->setObjectName(name);
+  menu->addAction(action);
+  return action;
+}
+
+}  // namespace
+
+void TF2101_1::buildHeader() {
+  auto* top = new QHBoxLayout;
+  auto* area = new QWidget(body());
+  FormBuilder header(*this, area);
+  header.fields({
+      {.name = u"Edit1"_s,
+       .label = tr("商品编号"),
+       .limit = 20,
+       .upper = true,
+       .exit = [this] { Edit1Exit(); },
+       .code = true,
+       .column = u"WL_ID"_s},
+      {.name = u"Edit2"_s,
+       .label = tr("商品名称"),
+       .limit = 80,
+       .required = true,
+       .column = u"WL_NAME"_s,
+       .width = 320},
+      {.name = u"Edit3"_s, .label = tr("规    格"), .limit = 40, .column = u"WL_GG"_s},
+      {.name = u"CLASS_ID"_s,
+       .label = tr("商品分类"),
+       .kind = FieldKind::Lookup,
+       .limit = 4,
+       .required = true,
+       .check = FieldCheck::Id,
+       .column = u"CLASS_ID"_s,
+       .nameLabel = u"CLASS_NAME"_s,
+       .nameColumn = u"CLASS_NAME"_s},
+      {.name = u"YS"_s, .label = tr("有效"), .kind = FieldKind::Check, .column = u"WL_YS"_s},
+      {.name = u"check_kc"_s,
+       .label = tr("允许该商品为负库存"),
+       .kind = FieldKind::Check,
+       .column = u"CHECK_KC"_s,
+       .sameRow = true},
+      {.name = u"CD"_s, .label = tr("产    地"), .limit = 50, .column = u"CD"_s},
+      {.name = u"NOTE"_s, .label = tr("备    注"), .limit = 100, .column = u"NOTE"_s, .width = 320},
+  });
+  (new TFrm_Sys_LINK_CL(this))->init(lookupEdit(u"CLASS_ID"_s));
+  top->addWidget(area, 1);
+  top->addWidget(buildPicture());
+
+  unitPages_ = new QStackedWidget(body());
+  unitPages_->addWidget(buildSingleUnit());
+  unitPages_->addWidget(buildUnitGrid());
+
+  FormBuilder form(*this);
+  form.wide(top);
+  form.note(u"Label20"_s, tr("【一种单位/多种单位】 输入方式切换请按(F6)"));
+  form.wide(unitPages_, 1);
+  auto* foot = new QWidget(body());
+  FormBuilder(*this, foot)
+      .fields({
+          {.name = u"user_name"_s, .label = tr("登录用户:"), .kind = FieldKind::Value},
+          {.name = u"BDATE"_s, .label = tr("登录时间:"), .kind = FieldKind::Value, .sameRow = true},
+          {.name = u"EDATE"_s, .label = tr("最后更改:"), .kind = FieldKind::Value, .sameRow = true},
+      });
+  form.wide(foot);
+  BTN_CHANGE = makeButton(u"BTN_CHANGE"_s, tr("更改记录(F11)"));
+  buttonRow()->insertWidget(0, BTN_CHANGE);
+  onClick(BTN_CHANGE, [this] { BTN_CHANGEClick(); });
+}
+
+QWidget* TF2101_1::buildPicture() {
+  Image1 = new PictureLabel(body());
+  Image1->setObjectName(u"Image1"_s);
+  Image1->setEmptyText(tr("没有图片\n（右键打开图片）"));
+  Image1->setContextMenuPolicy(Qt::ActionsContextMenu);
+  const auto item = [this](const QString& name, const QString& text, void (TF2101_1::*handler)()) {
+    connect(addItem(Image1, name, text), &QAction::triggered, this,
+            [this, handler] { guarded(this, [this, handler] { (this->*handler)(); }); });
+  };
+  item(u"N1"_s, tr("打开图片"), &TF2101_1::openPicture);
+  item(u"N3"_s, tr("清除图片"), &TF2101_1::clearPicture);
+  item(u"N2"_s, tr("另存图片"), &TF2101_1::savePicture);
+  item(u"N4"_s, tr("全部显示"), &TF2101_1::showPicture);
+  return Image1;
+}
+
+QWidget* TF2101_1::buildSingleUnit() {
+  auto* area = new QWidget(body());
+  const auto price = [](const QString& name, const QString& label, const QString& column, bool sameRow) {
+    return FieldSpec{.name = name,
+                     .label = label,
+                     .kind = FieldKind::Number,
+                     .check = FieldCheck::FloatCanZero,
+                     .column = column,
+                     .width = 100,
+                     .sameRow = sameRow};
+  };
+  FormBuilder(*this, area)
+      .fields({
+          {.name = u"dw_id"_s,
+           .label = tr("单    位"),
+           .kind = FieldKind::Lookup,
+           .limit = 2,
+           .check = FieldCheck::Id,
+           .column = u"DW_ID"_s,
+           .nameLabel = u"DW_NAME"_s,
+           .nameColumn = u"DW_NAME"_s},
+          {.name = u"TM"_s, .label = tr("条    码"), .limit = 30, .column = u"TM"_s, .sameRow = true},
+          price(u"SJ"_s, tr("零 售 价"), u"SJ"_s, false),
+          price(u"VIPSJ"_s, tr("会 员 价"), u"VIPSJ"_s, true),
+          price(u"pfj"_s, tr("批 发 价"), u"PFJ"_s, false),
+          price(u"CGJ"_s, tr("采 购 价"), u"CGJ"_s, true),
+          {.name = u"DJ"_s, .label = tr("加 权 价"), .kind = FieldKind::Value, .column = u"DJ"_s},
+      });
+  (new TFrm_Sys_LINK_DW(this))->init(nullptr, nullptr, lookupEdit(u"dw_id"_s), nullptr, {}, {}, {});
+  return area;
+}
+
+QWidget* TF2101_1::buildUnitGrid() {
+  DBGridEh1 = new TDBGridEh(body());
+  DBGridEh1->setObjectName(u"DBGridEh1"_s);
+  const auto number = [](const QString& field, const QString& title) {
+    return GridColumn{.field = field, .title = title, .width = 74, .readOnly = false};
+  };
+  DBGridEh1->setColumns({
+      {.field = u"T"_s, .title = tr("主单位"), .width = 50, .readOnly = false, .checkBox = true},
+      {.field = u"DW_ID"_s,
+       .title = tr("单位代号"),
+       .width = 64,
+       .readOnly = false,
+       .upperCase = true,
+       .ellipsis = true},
+      {.field = u"dw_name"_s, .title = tr("单位"), .width = 54},
+      number(u"ABASE"_s, tr("转换率")),
+      number(u"SJ"_s, tr("零售价")),
+      number(u"VIPSJ"_s, tr("会员价")),
+      number(u"PFJ"_s, tr("批发价")),
+      number(u"CGJ"_s, tr("采购价")),
+      {.field = u"TM"_s, .title = tr("条码"), .width = 120, .readOnly = false},
+      {.field = u"Y"_s, .title = tr("年"), .width = 36, .visible = false},
+      {.field = tr("多条码"), .title = tr("多条码"), .width = 60, .button = true},
+      {.field = tr("区域售价"), .title = tr("区域售价"), .width = 70, .button = true},
+  });
+  DBGridEh1->setSortable(false);
+  DBGridEh1->setEmptyText(tr("按 ↓ 增加一种单位"));
+  DBGridEh1->setRecordSet(&DataSetDJ);
+  DBGridEh1->setContextMenuPolicy(Qt::ActionsContextMenu);
+  connect(addItem(DBGridEh1, u"N5"_s, tr("新增")), &QAction::triggered, this,
+          [this] { guarded(this, [this] { addUnitRow(); }); });
+  connect(addItem(DBGridEh1, u"N6"_s, tr("删除")), &QAction::triggered, this,
+          [this] { guarded(this, [this] { removeUnitRow(); }); });
+  connect(DBGridEh1, &TDBGridEh::columnButtonClicked, this,
+          [this](int row, const QString& field) { guarded(this, [&] { unitButtonClick(row, field); }); });
+  connect(&DataSetDJ, &RecordSet::stateChanged, this, [this] {
+    if (!loading() && DataSetDJ.state() != RecordSet::State::Browse) AllChange();
+  });
+  return DBGridEh1;
+}
+
+}  // namespace goodsbook

@@ -1,0 +1,135 @@
+#include "host/U_function.h"
+#include "host/U_glo.h"
+#include "host/Zpy.h"
+#include "host/data/U_dataop.h"
+#include "host/data/errors.h"
+#include "products/U2101_1.h"
+#include "products/picture.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+
+void TF2101_1::SaveData() {
+  drawNumber();
+  const QString header = headerStatements();
+  refuseWithdrawnNegativeStock();
+  const QString batch = header + unitStatements() + closingStatements();
+  const QString code = text(u"Edit1"_s);
+  ExecSql(moduleCode_, code, mode(), batch);
+  storePicture();
+  showInList();
+}
+
+void TF2101_1::drawNumber() {
+  const QString typed = text(u"Edit1"_s);
+  if (!GPARAM0 || !isAdding() || (typed != tr("自动编号") && !typed.trimmed().isEmpty())) return;
+  setText(u"Edit1"_s, {});
+  Edit1Exit();
+  CheckBlank(edit(u"Edit1"_s));
+}
+
+void TF2101_1::refuseWithdrawnNegativeStock() {
+  if (mode() != "Edit"_L1 || isChecked(u"check_kc"_s)) return;
+  opensql(AdoQry_Tmp, moduleCode_,
+          u"select wl_id from D1802 where wl_id='"_s + text(u"Edit1"_s) + u"' and kc<0"_s);
+  if (AdoQry_Tmp.isEmpty()) return;
+  DISPINFO(tr("该商品有负库存,不能取消该商品的负库存状态!"), 5);
+  throw EAbort();
+}
+
+QString TF2101_1::headerStatements() const {
+  const QString code = text(u"Edit1"_s);
+  const QString name = text(u"Edit2"_s);
+  const QString unitCount = singleUnit_ ? u"1"_s : QString::number(DataSetDJ.rowCount());
+  if (isAdding()) {
+    return u"insert into D1801 (WL_ID,WL_NAME,WL_GG,WL_YS,CHECK_KC,CLASS_ID,DJ,MONEY,KC,USER_ID,BDATE,T,NOTE,cd,dwcount,PYM) ValueS('"_s +
+           code + u"','"_s + name + u"','"_s + text(u"Edit3"_s) + u"','"_s + text(u"YS"_s) + u"','"_s +
+           text(u"check_kc"_s) + u"','"_s + text(u"CLASS_ID"_s) + u"',0,0,0,'"_s + G_UserId +
+           u"',GETDATE(),1,'"_s + text(u"NOTE"_s) + u"','"_s + text(u"CD"_s) + u"','"_s + unitCount +
+           u"','"_s + Zpy::GetPY(name) + u"');"_s;
+  }
+  // The history's copy comes after the update: it holds the values after this change.
+  return u"UPDATE D1801 set WL_NAME='"_s + name + u"',WL_GG='"_s + text(u"Edit3"_s) + u"',WL_YS='"_s +
+         text(u"YS"_s) + u"',CHECK_KC='"_s + text(u"check_kc"_s) + u"',CLASS_ID='"_s + text(u"CLASS_ID"_s) +
+         u"',NOTE='"_s + text(u"NOTE"_s) + u"',cd='"_s + text(u"CD"_s) + u"',USER_ID='"_s + G_UserId +
+         u"',dwcount='"_s + unitCount + u"',pym='"_s + Zpy::GetPY(name) +
+         u"',EDATE=GETDATE() where WL_ID='"_s + code +
+         u"';insert into d1801b (WL_ID, WL_NAME, WL_GG, WL_YS,CHECK_KC, CLASS_ID, KC, DJ, money, USER_ID, BDATE,EDATE, T, NOTE,CD) select WL_ID, WL_NAME, WL_GG, WL_YS,CHECK_KC, CLASS_ID, KC, DJ, money, USER_ID, getdate(),EDATE, T, NOTE,CD from d1801 where wl_id='"_s +
+         code + u"';"_s;
+}
+
+QString TF2101_1::unitStatements() {
+  const QString code = text(u"Edit1"_s);
+  if (!singleUnit_) {
+    units_.check();
+    return units_.statements(code);
+  }
+  CheckBlank(edit(u"dw_id"_s));
+  const QString unit = text(u"dw_id"_s);
+  const QString barcode = text(u"TM"_s);
+  if (!isAdding()) {
+    return u"update d1801dw set dw_id='"_s + unit + u"',tm='"_s + barcode + u"',sj='"_s + text(u"SJ"_s) +
+           u"',PFJ='"_s + text(u"pfj"_s) + u"',VIPSJ='"_s + text(u"VIPSJ"_s) + u"',cgj='"_s + text(u"CGJ"_s) +
+           u"' where t=1 and wl_id='"_s + code + u"';"_s;
+  }
+  return u"insert into d1801dw(t,wl_id,dw_id,tm,abase,sj,vipsj,cgj) values (1,'"_s + code + u"','"_s + unit +
+         u"','"_s + barcode + u"',1,"_s + text(u"SJ"_s) + u',' + text(u"VIPSJ"_s) + u',' + text(u"CGJ"_s) +
+         u");"_s;
+}
+
+QString TF2101_1::closingStatements() const {
+  const QString code = text(u"Edit1"_s);
+  const QString flag = text(u"check_kc"_s);
+  QString batch =
+      u"if EXISTS( select c from ( SELECT COUNT(*) AS c FROM D1801DW WHERE (T = 1) AND (WL_ID = '"_s + code +
+      u"')GROUP BY T) t where c>1) RAISERROR ('当您把一个已引用的主单位替换时会出现此错误!请把主单位还原回更改前的值', 16, 1,NULL ,NULL ); "_s;
+  if (mode() == "Edit"_L1) {
+    batch += u"update d1802 set CHECK_KC="_s + flag + u" where wl_id='"_s + code + u"';"_s;
+  } else if (G_CKCOUNT_C) {
+    batch += u"INSERT INTO D1802 (WL_ID, CHECK_KC, CK_ID) select top 1 '"_s + code + u"',"_s + flag +
+             u",ck_id from d1007;"_s;
+  }
+  return batch +
+         u"UPDATE D1801 SET TMC=T.TMC FROM D1801,(SELECT D1801.WL_ID, TM.TMC FROM D1801 INNER JOIN D1801DW ON D1801.WL_ID = D1801DW.WL_ID INNER JOIN (SELECT TM, COUNT(TM) AS TMC FROM (SELECT TM  FROM D1801DW UNION ALL SELECT TM  FROM D1801DWTM) TMP GROUP BY TM) TM ON D1801DW.TM = TM.TM AND D1801DW.T = 1 ) T WHERE D1801.WL_ID=T.WL_ID and D1801.WL_ID='"_s +
+         code + u"';"_s;
+}
+
+void TF2101_1::storePicture() {
+  const bool changed =
+      AdoQry_Pict.state() == RecordSet::State::Edit || AdoQry_Pict.state() == RecordSet::State::Insert;
+  const bool stores = mode() == "Add"_L1 || (mode() == "CopyAdd"_L1 ? !Image1->bytes().isEmpty() : changed);
+  if (!stores) return;
+  if (AdoQry_Pict.isEmpty()) AdoQry_Pict.append();
+  Applyupdatapict(AdoQry_Pict, u"D1801"_s, u"WL_ID"_s, text(u"Edit1"_s), u"pict"_s);
+  if (AdoQry_Pict.state() != RecordSet::State::Browse) AdoQry_Pict.post();
+}
+
+void TF2101_1::showInList() {
+  RecordSet& list = listRows();
+  for (const auto& [field, element] : {std::pair{u"WL_ID"_s, u"Edit1"_s},
+                                       {u"WL_NAME"_s, u"Edit2"_s},
+                                       {u"WL_GG"_s, u"Edit3"_s},
+                                       {u"CLASS_ID"_s, u"CLASS_ID"_s},
+                                       {u"CLASS_NAME"_s, u"CLASS_NAME"_s},
+                                       {u"NOTE"_s, u"NOTE"_s},
+                                       {u"CD"_s, u"CD"_s},
+                                       {u"DJ"_s, u"DJ"_s}}) {
+    list.setValue(field, text(element));
+  }
+  list.setValue(u"USER_ID"_s, G_UserId);
+  list.setValue(u"USER_NAME"_s, G_UserName);
+  list.setValue(u"WL_YS"_s, isChecked(u"YS"_s));
+  list.setValue(u"CHECK_KC"_s, isChecked(u"check_kc"_s));
+  const QStringList unitFields{u"DW_ID"_s, u"DW_NAME"_s, u"SJ"_s, u"VIPSJ"_s, u"PFJ"_s, u"CGJ"_s, u"TM"_s};
+  if (singleUnit_) {
+    const QStringList elements{u"dw_id"_s, u"DW_NAME"_s, u"SJ"_s, u"VIPSJ"_s, u"pfj"_s, u"CGJ"_s, u"TM"_s};
+    for (qsizetype i = 0; i < unitFields.size(); ++i) list.setValue(unitFields[i], text(elements[i]));
+  } else if (units_.moveToMain()) {
+    for (const QString& field : unitFields) list.setValue(field, DataSetDJ.value(field));
+  }
+  list.setValue(u"DWCOUNT"_s, singleUnit_ ? 1 : DataSetDJ.rowCount());
+  list.post();
+}
+
+}  // namespace goodsbook

@@ -1,0 +1,92 @@
+#include "products/U2101_sj.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+
+#include "host/data/U_dataop.h"
+#include "host/forms/form_builder.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+
+TF2101_SJ::TF2101_SJ(QWidget* owner) : TFrm_Base_Dialog(owner), DBGridEh(new TDBGridEh(body())) {
+  setWindowTitle(tr("区域售价设定"));
+  resize(480, 420);
+  AdoQry_Main.setObjectName(u"AdoQry_Main"_s);
+  DBGridEh->setObjectName(u"DBGridEh"_s);
+  DBGridEh->setColumns({
+      {.field = u"CK_ID"_s, .title = tr("库号"), .width = 60},
+      {.field = u"CK_NAME"_s, .title = tr("仓库名称"), .width = 160},
+      {.field = u"SJ"_s,
+       .title = tr("零售价"),
+       .width = 90,
+       .alignment = Qt::AlignRight,
+       .readOnly = false,
+       .numberEdit = true},
+      {.field = u"VIPSJ"_s,
+       .title = tr("会员价"),
+       .width = 90,
+       .alignment = Qt::AlignRight,
+       .readOnly = false,
+       .numberEdit = true},
+  });
+  DBGridEh->setEmptyText(tr("还没有仓库，请先在【仓库基本资料】中增加"));
+  DBGridEh->setRecordSet(&AdoQry_Main);
+  FormBuilder form(*this);
+  form.wide(DBGridEh, 1);
+  form.note(u"Label1"_s, tr("系统提示：价格为0或空白将不被保存。本模块确定后即保存。"));
+  QPushButton* clear = makeButton(u"bsSkinButton1"_s, tr("清空"));
+  buttonRow()->insertWidget(0, clear);
+  onClick(clear, [this] { bsSkinButton1Click(); });
+  FormCreate();
+}
+
+void TF2101_SJ::init(const QString& adw) {
+  adw_ = adw;
+  opensql(
+      AdoQry_Tmp, moduleCode_,
+      u"SELECT D1007.CK_ID, D1007.CK_NAME, D1801DWSJ.SJ, D1801DWSJ.VIPSJ FROM D1007 LEFT OUTER JOIN D1801DWSJ ON D1801DWSJ.CK_ID = D1007.CK_ID AND D1801DWSJ.ADW ="_s +
+          adw);
+  const QStringList names{u"CK_ID"_s, u"CK_NAME"_s, u"SJ"_s, u"VIPSJ"_s};
+  AdoQry_Main.disableControls();
+  AdoQry_Main.create({{.name = names[0]}, {.name = names[1]}, {.name = names[2]}, {.name = names[3]}});
+  for (AdoQry_Tmp.first(); !AdoQry_Tmp.eof(); AdoQry_Tmp.next()) {
+    AdoQry_Main.append();
+    for (const QString& name : names) AdoQry_Main.setValue(name, AdoQry_Tmp.text(name));
+    AdoQry_Main.post();
+  }
+  AdoQry_Main.first();
+  AdoQry_Main.enableControls();
+}
+
+void TF2101_SJ::bsSkinButton1Click() {
+  AdoQry_Main.disableControls();
+  for (AdoQry_Main.first(); !AdoQry_Main.eof(); AdoQry_Main.next()) {
+    AdoQry_Main.edit();
+    AdoQry_Main.setValue(u"SJ"_s, QString());
+    AdoQry_Main.setValue(u"VIPSJ"_s, QString());
+    AdoQry_Main.post();
+  }
+  AdoQry_Main.first();
+  AdoQry_Main.enableControls();
+}
+
+void TF2101_SJ::btn_okClick() {
+  TFrm_Base_Dialog::btn_okClick();
+  if (AdoQry_Main.state() != RecordSet::State::Browse) AdoQry_Main.post();
+  const auto counts = [](const QString& price) { return !price.isEmpty() && price != "0"_L1; };
+  // The first insert follows the number without a separator: a statement begins at its keyword.
+  QString batch = u"delete from D1801DWsj where adw="_s + adw_;
+  for (AdoQry_Main.first(); !AdoQry_Main.eof(); AdoQry_Main.next()) {
+    const QString retail = AdoQry_Main.text(u"sj"_s);
+    const QString member = AdoQry_Main.text(u"vipsj"_s);
+    if (!counts(retail) || !counts(member)) continue;
+    batch += u"insert into  D1801DWSJ (ADW,CK_ID,  SJ, VIPSJ) values("_s + adw_ + u",'"_s +
+             AdoQry_Main.text(u"ck_id"_s) + u"','"_s + retail + u"','"_s + member + u"');"_s;
+  }
+  ExecSql(u"101"_s, adw_, u"Edit"_s, batch);
+  setModalResult(QDialog::Accepted);
+}
+
+}  // namespace goodsbook

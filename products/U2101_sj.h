@@ -1,0 +1,27 @@
+#pragma once
+
+#include "host/controls/TDBGridEh.h"
+#include "host/forms/Base_dialog.h"
+
+namespace goodsbook {
+
+// Selling prices of a unit row per warehouse. OK saves at once and replaces all of them.
+class TF2101_SJ : public TFrm_Base_Dialog {
+  Q_OBJECT
+
+ public:
+  explicit TF2101_SJ(QWidget* owner = nullptr);
+  void init(const QString& adw);
+
+ protected:
+  void btn_okClick() override;
+
+ private:
+  void bsSkinButton1Click();
+
+  TDBGridEh* DBGridEh;
+  RecordSet AdoQry_Main;  // the prices as typed: what is text "0" is not saved, "0.00" is
+  QString adw_;
+};
+
+}  // namespace goodsbook

@@ -1,0 +1,55 @@
+#include "products/U2101_tm.h"
+
+#include <QHBoxLayout>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+#include "host/U_function.h"
+#include "host/data/U_dataop.h"
+#include "host/forms/form_builder.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+
+namespace {
+constexpr int longestBarcode = 30;
+}
+
+TF2101_TM::TF2101_TM(QWidget* owner) : TFrm_Base_Dialog(owner) {
+  setWindowTitle(tr("一品多码设定"));
+  resize(420, 360);
+  FormBuilder form(*this);
+  form.field({.name = u"Memo1"_s, .kind = FieldKind::Memo});
+  form.note(u"Label1"_s, tr("系统提示：换行请按 【CTRL+回车】，本模块点击【确定】后即保存。"));
+  QPushButton* clear = makeButton(u"bsSkinButton1"_s, tr("清空"));
+  buttonRow()->insertWidget(0, clear);
+  onClick(clear, [this] { setText(u"Memo1"_s, {}); });
+  FormCreate();
+}
+
+void TF2101_TM::init(const QString& adw) {
+  adw_ = adw;
+  opensql(AdoQry_Tmp, moduleCode_, u"select * from D1801DWTM where ADW="_s + adw);
+  QStringList lines;
+  for (AdoQry_Tmp.first(); !AdoQry_Tmp.eof(); AdoQry_Tmp.next()) lines << AdoQry_Tmp.text(u"tm"_s);
+  setText(u"Memo1"_s, lines.join(u'\n'));
+}
+
+void TF2101_TM::btn_okClick() {
+  TFrm_Base_Dialog::btn_okClick();
+  // The first insert follows the number without a separator: a statement begins at its keyword.
+  QString batch = u"delete from D1801DWTM where adw="_s + adw_;
+  for (const QString& line : text(u"Memo1"_s).split(u'\n')) {
+    const QString barcode = line.trimmed();
+    if (barcode.size() > longestBarcode) {
+      DISPINFO(tr("条码长度不可超过30位!"), 5);
+      return;
+    }
+    if (!barcode.isEmpty()) batch += u"insert into D1801DWTM values("_s + adw_ + u",'"_s + barcode + u"');"_s;
+  }
+  ExecSql(u"101"_s, adw_, u"Edit"_s, batch);
+  setModalResult(QDialog::Accepted);
+}
+
+}  // namespace goodsbook

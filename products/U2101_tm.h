@@ -1,0 +1,22 @@
+#pragma once
+
+#include "host/forms/Base_dialog.h"
+
+namespace goodsbook {
+
+// Extra barcodes of a unit row, one a line. OK saves at once and replaces all of them.
+class TF2101_TM : public TFrm_Base_Dialog {
+  Q_OBJECT
+
+ public:
+  explicit TF2101_TM(QWidget* owner = nullptr);
+  void init(const QString& adw);
+
+ protected:
+  void btn_okClick() override;
+
+ private:
+  QString adw_;
+};
+
+}  // namespace goodsbook

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "products/published.h"
+#include "host/controls/TASQLite3.h"
+#include "host/controls/TDBGridEh.h"
+#include "host/forms/Base_dialog.h"
+
+namespace goodsbook {
+
+class LinkLabel;
+
+// Where a barcode is known already: other products, and the offline library of barcodes. Result 1: its
+// current row is taken over. Published for other modules.
+class GOODSBOOK_PUBLISHED TF2101A_2 : public TFrm_Base_Dialog {
+  Q_OBJECT
+
+ public:
+  Q_INVOKABLE explicit TF2101A_2(QWidget* owner = nullptr);
+
+  // Fills the list for a barcode as it was typed. The caller shows the dialog when rows() has any.
+  void init(const QString& barcode);
+  const RecordSet& rows() const { return AdoQry_Tmp; }
+
+ private:
+  void FormCreateLibrary();
+  void Label1Click();
+
+  TASQLite3DB library_;
+  bool offlineAvailable_ = false;
+  TDBGridEh* DBGridEh;
+  LinkLabel* Label1;
+};
+
+}  // namespace goodsbook

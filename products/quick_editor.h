@@ -1,0 +1,59 @@
+#pragma once
+
+#include "host/forms/Base_detail.h"
+
+namespace goodsbook {
+
+class TF2101A_2;
+
+// The one-page product editor with one unit: what its two published variants share. It edits a row of the
+// product list, or (SetStatus) makes a product while a purchase is entered and appends a line for it to the
+// document's lines.
+class QuickProductEditor : public TFrm_Base_Detail {
+  Q_OBJECT
+
+ public:
+  // `lines` are a purchase document's lines with the fields WL_ID, WL_NAME, WL_GG, dw_id, tm, DW_NAME, adw,
+  // DJ, sl, money and, with packs in use (GPARAM28), DW_zh, dw_j, dw_l. Returns at once; each saved product
+  // appends one posted line.
+  void SetStatus(RecordSet& lines) override;
+
+ protected:
+  QuickProductEditor(bool hasReferencePrices, QWidget* owner);
+  void RefreshData() override;
+  void SaveData() override;
+  void FormKeyDown(QKeyEvent* event) override;
+
+ private:
+  void buildFields();
+  void applyPriceFormats();
+  void hideLargeUnits();
+
+  void fillFromRow();
+  void fillForAdd();
+  void showLastPurchasePrice();
+
+  void Edit1Exit();
+  void TMExit();
+  void TMChange();
+  void vipsjExit();
+  void BTN_CHANGEClick();
+
+  void drawNumber();
+  void refuseWithdrawnNegativeStock();
+  QString headerStatements() const;
+  QString unitStatement() const;
+  QString stockStatement() const;
+  QString referencePrices(
+      const QString& form) const;  // "{name}" and "{text}" of each, joined; empty without them
+  void appendPurchaseLine();
+  void writeBack();
+
+  const bool hasReferencePrices_;
+  bool fromDocument_ = false;
+  bool barcodeDirty_ = true;  // the barcode was not looked up since it was changed
+  TF2101A_2* barcodePrompt_ = nullptr;
+  QPushButton* BTN_CHANGE = nullptr;
+};
+
+}  // namespace goodsbook

@@ -1,0 +1,176 @@
+#include <cmath>
+
+#include "host/U_function.h"
+#include "host/U_glo.h"
+#include "host/Zpy.h"
+#include "host/data/U_dataop.h"
+#include "host/data/errors.h"
+#include "products/quick_editor.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+
+namespace {
+
+// Amounts are kept with four decimals.
+double currency(double value) {
+  return std::round(value * 10'000) / 10'000;
+}
+
+}  // namespace
+
+void QuickProductEditor::SaveData() {
+  drawNumber();
+  if (!GKH1 && text(u"TM"_s).isEmpty()) setText(u"TM"_s, text(u"Edit1"_s));
+  refuseWithdrawnNegativeStock();
+  ExecSql(moduleCode_, text(u"Edit1"_s), mode(), headerStatements() + unitStatement() + stockStatement(),
+          65535, false, true, false, true);
+  if (fromDocument_) {
+    appendPurchaseLine();
+  } else {
+    writeBack();
+  }
+}
+
+void QuickProductEditor::drawNumber() {
+  if (!GPARAM0 || mode() == "Edit"_L1) return;
+  setText(u"Edit1"_s, {});
+  Edit1Exit();
+  // Numbers by category need one: nothing is saved without a number.
+  if (text(u"Edit1"_s).isEmpty()) CheckBlank(edit(u"CLASS_ID"_s));
+}
+
+void QuickProductEditor::refuseWithdrawnNegativeStock() {
+  if (mode() != "Edit"_L1 || isChecked(u"check_kc"_s)) return;
+  opensql(AdoQry_Tmp, moduleCode_,
+          u"select wl_id from D1802 where wl_id='"_s + text(u"Edit1"_s) + u"' and kc<0"_s);
+  if (AdoQry_Tmp.isEmpty()) return;
+  DISPINFO(tr("该商品当前库存为负库存,不能取消该商品的负库存状态!"), 5);
+  throw EAbort();
+}
+
+QString QuickProductEditor::headerStatements() const {
+  const QString number = text(u"Edit1"_s);
+  const QString name = text(u"Edit2"_s);
+  const QString flags = text(u"YS"_s) + u"',CHECK_KC='"_s + text(u"check_kc"_s);
+  if (isAdding()) {
+    return u"insert into D1801 (WL_ID, WL_NAME, WL_GG, WL_YS,CHECK_KC, CLASS_ID, DJ,MONEY,KC,  USER_ID, BDATE, T, NOTE,cd,PYM,DW_ZH,DW_J_NAME)  ValueS('"_s +
+           number.trimmed() + u"','"_s + name + u"','"_s + text(u"Edit3"_s) + u"','"_s + text(u"YS"_s) +
+           u"','"_s + text(u"check_kc"_s) + u"','"_s + text(u"CLASS_ID"_s) + u"',0,0,0,'"_s + G_UserId +
+           u"',GETDATE(),1,'"_s + text(u"NOTE"_s) + u"','"_s + text(u"CD"_s) + u"','"_s + Zpy::GetPY(name) +
+           u"','"_s + text(u"dw_zh"_s) + u"','"_s + text(u"Edit4"_s) + u"');"_s;
+  }
+  // The history's copy comes after the update: it holds the values after this change.
+  return u"UPDATE D1801 set WL_NAME='"_s + name + u"',WL_GG='"_s + text(u"Edit3"_s) + u"',WL_YS='"_s + flags +
+         u"',CLASS_ID='"_s + text(u"CLASS_ID"_s) + u"',NOTE='"_s + text(u"NOTE"_s) + u"',cd='"_s +
+         text(u"CD"_s) + u"',DW_ZH='"_s + text(u"dw_zh"_s) + u"',DW_J_NAME='"_s + text(u"Edit4"_s) +
+         u"',USER_ID='"_s + G_UserId + u"',pym='"_s + Zpy::GetPY(name) +
+         u"',EDATE=GETDATE() where WL_ID='"_s + number +
+         u"';insert into d1801b (WL_ID, WL_NAME, WL_GG, WL_YS,CHECK_KC, CLASS_ID, KC, DJ, money, USER_ID, BDATE,EDATE, T, NOTE,CD) select WL_ID, WL_NAME, WL_GG, WL_YS,CHECK_KC, CLASS_ID, KC, DJ, money, USER_ID, getdate(),EDATE, T, NOTE,CD from d1801 where wl_id='"_s +
+         number + u"';"_s;
+}
+
+QString QuickProductEditor::referencePrices(const QString& form) const {
+  QString all;
+  if (!hasReferencePrices_) return all;
+  for (const QString& name : {u"PFJ1"_s, u"PFJ2"_s, u"PFJ3"_s, u"PFJ4"_s}) {
+    QString one = form;
+    all += one.replace(u"{name}"_s, name.toLower()).replace(u"{text}"_s, text(name));
+  }
+  return all;
+}
+
+QString QuickProductEditor::unitStatement() const {
+  const QString barcode = text(u"TM"_s).trimmed();
+  if (isAdding()) {
+    return u"insert into d1801dw(t,wl_id,dw_id,tm,abase,sj,vipsj,pfj,"_s + referencePrices(u"{name},"_s) +
+           u"cgj) values (1,'"_s + text(u"Edit1"_s) + u"','"_s + text(u"dw_id"_s) + u"','"_s + barcode +
+           u"',1,"_s + text(u"SJ"_s) + u',' + text(u"vipsj"_s) + u',' + text(u"PFJ"_s) +
+           referencePrices(u",{text}"_s) + u',' + text(u"CGJ"_s) + u");"_s;
+  }
+  return u"update d1801dw set dw_id='"_s + text(u"dw_id"_s) + u"',tm='"_s + barcode + u"',pfj='"_s +
+         text(u"PFJ"_s) + referencePrices(u"',{name}='{text}"_s) + u"',sj='"_s + text(u"SJ"_s) +
+         u"',vipsj='"_s + text(u"vipsj"_s) + u"',cgj='"_s + text(u"CGJ"_s) + u"' where t=1 and wl_id='"_s +
+         text(u"Edit1"_s) + u"';"_s;
+}
+
+QString QuickProductEditor::stockStatement() const {
+  const QString number = text(u"Edit1"_s);
+  const QString flag = text(u"check_kc"_s);
+  if (mode() == "Edit"_L1)
+    return u"update d1802 set CHECK_KC="_s + flag + u" where wl_id='"_s + number + u"';"_s;
+  if (!G_CKCOUNT_C) return {};
+  return u"INSERT INTO D1802 (WL_ID, CHECK_KC, CK_ID) select top 1 '"_s + number + u"',"_s + flag +
+         u",ck_id from d1007;"_s;
+}
+
+void QuickProductEditor::appendPurchaseLine() {
+  opensql(AdoQry_Tmp, moduleCode_, u"select adw from D1801dw where wl_id='"_s + text(u"Edit1"_s) + u'\'');
+  RecordSet& lines = listRows();
+  lines.setSort({}, false);
+  lines.append();
+  for (const auto& [field, element] : {std::pair{u"WL_ID"_s, u"Edit1"_s},
+                                       {u"WL_NAME"_s, u"Edit2"_s},
+                                       {u"WL_GG"_s, u"Edit3"_s},
+                                       {u"dw_id"_s, u"dw_id"_s},
+                                       {u"tm"_s, u"TM"_s},
+                                       {u"DW_NAME"_s, u"DW_NAME"_s}}) {
+    lines.setValue(field, text(element));
+  }
+  if (!AdoQry_Tmp.isEmpty()) lines.setValue(u"adw"_s, AdoQry_Tmp.value(u"adw"_s));
+  // An input that is no number ends the reckoning; the line keeps what it has by then.
+  const auto number = [this](const QString& name) {
+    bool isNumber = false;
+    const double value = text(name).toDouble(&isNumber);
+    if (!isNumber) throw EAbort();
+    return currency(value);
+  };
+  try {
+    const double price = number(u"JJ"_s);
+    lines.setValue(u"DJ"_s, price);
+    double quantity = number(u"L"_s);
+    if (GPARAM28) {
+      lines.setValue(u"DW_zh"_s, number(u"dw_zh"_s));
+      lines.setValue(u"dw_j"_s, number(u"J"_s));
+      lines.setValue(u"dw_l"_s, quantity);
+      quantity = currency(number(u"J"_s) * number(u"dw_zh"_s) + quantity);
+    }
+    lines.setValue(u"sl"_s, quantity);
+    lines.setValue(u"money"_s, currency(quantity * price));
+  } catch (const EAbort&) {
+  }
+  lines.post();
+}
+
+void QuickProductEditor::writeBack() {
+  RecordSet& row = listRows();
+  for (const auto& [field, element] : {std::pair{u"WL_ID"_s, u"Edit1"_s},
+                                       {u"WL_NAME"_s, u"Edit2"_s},
+                                       {u"WL_GG"_s, u"Edit3"_s},
+                                       {u"CLASS_ID"_s, u"CLASS_ID"_s},
+                                       {u"CLASS_NAME"_s, u"CLASS_NAME"_s},
+                                       {u"NOTE"_s, u"NOTE"_s},
+                                       {u"cd"_s, u"CD"_s},
+                                       {u"DJ"_s, u"DJ"_s},
+                                       {u"dw_id"_s, u"dw_id"_s},
+                                       {u"DW_NAME"_s, u"DW_NAME"_s},
+                                       {u"SJ"_s, u"SJ"_s},
+                                       {u"vipSJ"_s, u"vipsj"_s},
+                                       {u"CGJ"_s, u"CGJ"_s},
+                                       {u"pfj"_s, u"PFJ"_s},
+                                       {u"TM"_s, u"TM"_s},
+                                       {u"DW_zh"_s, u"dw_zh"_s}}) {
+    row.setValue(field, text(element));
+  }
+  if (hasReferencePrices_) {
+    for (const QString& name : {u"PFJ1"_s, u"PFJ2"_s, u"PFJ3"_s, u"PFJ4"_s}) row.setValue(name, text(name));
+  }
+  row.setValue(u"USER_ID"_s, G_UserId);
+  row.setValue(u"USER_NAME"_s, G_UserName);
+  row.setValue(u"WL_YS"_s, isChecked(u"YS"_s));
+  row.setValue(u"CHECK_KC"_s, isChecked(u"check_kc"_s));
+  row.post();
+}
+
+}  // namespace goodsbook

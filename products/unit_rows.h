@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+
+#include "host/data/record_set.h"
+
+namespace goodsbook {
+
+// The units of one product as its editor's grid shows them, over D1801DW. The change log becomes statements.
+class UnitRows {
+ public:
+  // `rows` gets the fields of the grid; unit names come from D1003, read once.
+  explicit UnitRows(RecordSet& rows);
+
+  void open(const QString& moduleCode, const QString& product);      // main unit first
+  void openCopy(const QString& moduleCode, const QString& product);  // the same rows as new ones
+  void openEmpty();
+
+  // Shows a message and throws EAbort when the rows cannot be saved: no row, not one main unit, its rate is
+  // not 1, or a rate that is none.
+  void check();
+
+  // The statements of all changes, in the order in which they were made.
+  QString statements(const QString& product) const;
+
+  bool moveToMain();                            // makes the main unit's row current; false when there is none
+  bool isNew() const;                           // the current row was added in this editing
+  QString unitName(const QString& code) const;  // empty for an unknown one
+  bool isUnit(const QString& code) const { return names_.contains(code.trimmed().toUpper()); }
+
+ private:
+  void create();
+  void load(const QString& moduleCode, const QString& product);
+  void setDefaults();
+
+  RecordSet& rows_;
+  RecordSet source_;
+  QHash<QString, QString> names_;  // by upper-case code
+};
+
+}  // namespace goodsbook

@@ -1,0 +1,72 @@
+#include "reference/tree_table.h"
+
+#include "host/Zpy.h"
+#include "host/data/U_dataop.h"
+#include "host/data/errors.h"
+#include "host/forms/form_builder.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+
+namespace {
+const QString topLevel = u"Z"_s;  // stands in the parent's column of a top-level row
+}
+
+TreeTableList::TreeTableList(const TreeTable& table, QWidget* owner) : TFrm_Base_Node(owner), table_(table) {
+  setWindowTitle(table.caption);
+  setColumns(table.columns);
+  FormCreate();
+}
+
+void TreeTableList::InitForm(const Trecord& record) {
+  SetBodyParam(bodyparam::make({{bodyparam::keyField, table_.keyField},
+                                {bodyparam::parentField, table_.parentField},
+                                {bodyparam::rootValue, topLevel},
+                                {bodyparam::listStatement, table_.listStatement},
+                                {bodyparam::deleteStatement, table_.deleteStatement}}));
+  setEditor(createEditor());
+  TFrm_Base_Node::InitForm(record);
+}
+
+TreeTableEditor::TreeTableEditor(const TreeTable& table, QWidget* owner)
+    : TFrm_Base_Node_d(owner), table_(table) {
+  setWindowTitle(table.caption);
+  std::vector<FieldSpec> fields = table.fields;
+  FieldSpec& code = fields.front();
+  code.code = true;
+  code.exit = [this] {
+    reference::checkNewCode(*this, AdoQry_Tmp, codeElement(), table_.codeCaption, table_.uniqueness,
+                            table_.taken);
+  };
+  FormBuilder(*this).fields(std::move(fields));
+  FormCreate();
+}
+
+void TreeTableEditor::RefreshData() {
+  setLoading(true);
+  const bool adds = isAdding();
+  firstFocus = adds ? codeElement() : table_.nameElement;
+  lockedFields = adds ? QString() : codeElement();
+  if (mode() == "Add"_L1) {
+    fields().clear();
+  } else {
+    opensql(AdoQry_Tmp, moduleCode_, table_.rowStatement + selectedCode() + u"')"_s);
+    if (AdoQry_Tmp.isEmpty()) throw EAbort();
+    fields().load(AdoQry_Tmp);
+  }
+  TFrm_Base_Node_d::RefreshData();
+}
+
+void TreeTableEditor::SaveData() {
+  const QString code = text(codeElement());
+  const QString name = text(table_.nameElement);
+  const reference::Values values{
+      {u"pym"_s, Zpy::GetPY(name.trimmed())}, {u"parent"_s, parentCode()}, {u"selected"_s, selectedCode()}};
+  const QString sql =
+      reference::composed(isAdding() ? table_.insert : table_.update, *this, values) + furtherStatements();
+  ExecSql(moduleCode_, code, mode(), sql, table_.saveLimit, false, true, false, true);
+  placeNode(code, name);
+}
+
+}  // namespace goodsbook
