@@ -124,6 +124,10 @@ void Binder::harmonize(BoundValue& left, BoundValue& right) {
 SqlType Binder::mergedType(const BoundValue& left, const BoundValue& right) {
   const SqlType a = left.type;
   const SqlType b = right.type;
+  if (std::max(a.kind, b.kind) == Kind::Decimal) {  // its scale is that of the digits as written
+    pin(left);
+    pin(right);
+  }
   if (a.kind == Kind::Null) return b;
   if (b.kind == Kind::Null) return a;
   const Kind kind = std::max(a.kind, b.kind);
@@ -132,8 +136,6 @@ SqlType Binder::mergedType(const BoundValue& left, const BoundValue& right) {
     return {kind, a.width == 0 || b.width == 0 ? 0 : std::max(a.width, b.width)};
   }
   if (kind != Kind::Decimal) return {kind};
-  pin(left);
-  pin(right);
   return {kind, 0, std::max(a.kind == kind ? a.scale : 0, b.kind == kind ? b.scale : 0)};
 }
 

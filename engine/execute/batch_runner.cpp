@@ -72,9 +72,10 @@ void BatchRunner::runOne(const Statement& statement, const Frame& frame) {
     void operator()(const Drop&) { runner.define(statement, "DROP"); }
     void operator()(const CreateProcedure&) { runner.define(statement, "CREATE PROCEDURE"); }
   };
-  // A statement inside another one, or inside a procedure, is told of by the outermost: that one stands in
-  // the batch.
-  const bool nested = std::holds_alternative<Block>(statement.node);
+  // What fails inside a block or a branch knows its own line; inside a procedure it is the line of the EXEC
+  // that counts.
+  const bool nested =
+      std::holds_alternative<Block>(statement.node) || std::holds_alternative<If>(statement.node);
   try {
     std::visit(Visitor{*this, statement, frame}, statement.node);
   } catch (const SqlError& error) {
@@ -111,16 +112,20 @@ void BatchRunner::write(const Statement& statement, const Frame& frame) {
 }
 
 void BatchRunner::runIf(const If& content, const Statement& statement, const Frame& frame) {
-  auto [plan, values] = state_.ready(frame, statement);
-  bool holds = false;
-  {
-    Session::Lease lease = session_.lease(plan, std::move(values));
-    holds = lease.step() == SQLITE_ROW && sqlite3_column_int(lease.get(), 0) != 0;
-  }
-  if (holds)
+  if (holds(statement, frame))
     runOne(*content.then, frame);
   else if (content.otherwise)
     runOne(*content.otherwise, frame);
+}
+
+bool BatchRunner::holds(const Statement& statement, const Frame& frame) {
+  try {
+    auto [plan, values] = state_.ready(frame, statement);
+    Session::Lease lease = session_.lease(plan, std::move(values));
+    return lease.step() == SQLITE_ROW && sqlite3_column_int(lease.get(), 0) != 0;
+  } catch (const SqlError& error) {
+    throw atLine(error, statement);
+  }
 }
 
 void BatchRunner::raise(const RaiseError& raise, const Frame& frame) {

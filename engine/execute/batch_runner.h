@@ -22,6 +22,7 @@ class BatchRunner {
   void select(const Statement& statement, const Frame& frame);
   void write(const Statement& statement, const Frame& frame);
   void runIf(const If& content, const Statement& statement, const Frame& frame);
+  bool holds(const Statement& conditional, const Frame& frame);
   void raise(const RaiseError& raise, const Frame& frame);
   void print(const Print& print, const Frame& frame);
   void setOption(const SetOption& option);

@@ -116,6 +116,12 @@ class EmbeddedConnection final : public Connection {
     return state_.ready(selectFrame(script), script.statements.front()).plan->sql;
   }
 
+  Counters counted() {
+    Counters result{.bound = state_.boundStatements()};
+    for (const auto& session : sessions_) result.prepared += session->preparedStatements();
+    return result;
+  }
+
  private:
   static Frame selectFrame(const Script& script) {
     if (script.statements.size() != 1 ||
@@ -179,6 +185,10 @@ std::unique_ptr<Connection> Connection::open(const std::filesystem::path& file, 
 
 std::string emittedSql(Connection& connection, std::string_view select) {
   return dynamic_cast<EmbeddedConnection&>(connection).translate(select);
+}
+
+Counters counters(Connection& connection) {
+  return dynamic_cast<EmbeddedConnection&>(connection).counted();
 }
 
 void registerEngineFunctions(sqlite3* db) {

@@ -50,6 +50,7 @@ PlanPtr EngineState::planFor(const Frame& frame, const Statement& statement) {
       frame.procedure == nullptr ? std::span<const ParameterInfo>() : frame.procedure->parameters;
   Binder binder(*catalog_, variables, shape_.firstOrdinal, *plan);
   bind(binder, statement);
+  ++bound_;
   if (plan->reusable) plans_.insert(key_, plan);
   return plan;
 }

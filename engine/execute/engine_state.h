@@ -36,6 +36,7 @@ class EngineState {
 
   const Catalog& catalog() const { return *catalog_; }
   ReadyStatement ready(const Frame& frame, const Statement& statement);
+  std::int64_t boundStatements() const { return bound_; }
 
  private:
   PlanPtr planFor(const Frame& frame, const Statement& statement);
@@ -46,6 +47,7 @@ class EngineState {
   PlanCache plans_;
   Shape shape_;
   std::string key_;
+  std::int64_t bound_ = 0;
 };
 
 }  // namespace goodsbook::engine

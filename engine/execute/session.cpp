@@ -56,6 +56,7 @@ Session::Lease Session::lease(const PlanPtr& plan, std::vector<Value> values) {
     byPlan_.erase(found);
   } else {
     handle = prepare(db_, plan->sql, SQLITE_PREPARE_PERSISTENT);
+    ++prepared_;
   }
   return {*this, std::move(handle), plan, std::move(values)};
 }

@@ -52,6 +52,7 @@ class Session {
   Lease lease(const PlanPtr& plan, std::vector<Value> values);
   int step(sqlite3_stmt* statement);
   sqlite3* db() const { return db_; }
+  std::int64_t preparedStatements() const { return prepared_; }
   // Prepared statements of plans that are no longer valid.
   void forgetStatements();
 
@@ -67,6 +68,7 @@ class Session {
 
   FunctionErrors errors_;
   sqlite3* db_ = nullptr;
+  std::int64_t prepared_ = 0;
   std::unique_ptr<sqlite3, CloseConnection> owned_;
   std::list<Kept> kept_;  // the last used in front; a statement in use is not in here
   std::unordered_map<const Plan*, std::list<Kept>::iterator> byPlan_;

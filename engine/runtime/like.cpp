@@ -1,5 +1,6 @@
 #include "engine/runtime/like.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -62,7 +63,8 @@ LikePattern::LikePattern(std::string_view pattern, std::string_view escape) {
       parts_.push_back({.character = weightOf(c)});
     }
   }
-  if (escapes.empty()) findForm();
+  const bool broken = std::any_of(source.begin(), source.end(), isBrokenByte);
+  if (escapes.empty() && !broken) findForm();
   if (form_ != Form::Contains) return;
   for (const char32_t c : source)
     if (c != U'%') appendCharacter(needle_, foldCharacter(c));

@@ -52,6 +52,8 @@ void appendCharacter(std::string& text, char32_t c) {
   } else if (c < 0x800) {
     push(0xc0 | (c >> 6));
     push(0x80 | (c & 0x3f));
+  } else if (isBrokenByte(c)) {
+    push(c & 0xff);
   } else if (c < 0x10000) {
     push(0xe0 | (c >> 12));
     push(0x80 | ((c >> 6) & 0x3f));

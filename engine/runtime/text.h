@@ -10,6 +10,10 @@ namespace goodsbook::engine {
 
 // The code point that starts at a byte; `at` moves behind it.
 char32_t nextCharacter(std::string_view text, std::size_t& at);
+// Whether nextCharacter() has met a byte that is no part of UTF-8.
+constexpr bool isBrokenByte(char32_t character) {
+  return character >= 0xdc80 && character <= 0xdcff;
+}
 void appendCharacter(std::string& text, char32_t character);
 
 std::size_t characterCount(std::string_view text);

@@ -1,0 +1,207 @@
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include "engine/debug.h"
+#include "tests/engine/support/session.h"
+
+// Tables, indexes and procedures.
+namespace goodsbook::engine::test {
+namespace {
+
+class DefinitionsTest : public testing::Test {
+ protected:
+  void define(std::string_view batch) {
+    const Outcome outcome = session.run(batch, Permission::Owner);
+    ASSERT_FALSE(outcome.error) << outcome.error->number << ": " << outcome.error->text << "\n" << batch;
+  }
+  int errorOf(std::string_view batch, Permission permission = Permission::Owner) {
+    const Outcome outcome = session.run(batch, permission);
+    return outcome.error ? outcome.error->number : 0;
+  }
+
+  Session session;
+};
+
+TEST_F(DefinitionsTest, ColumnsKeepTheirTypesAndWidths) {
+  define(
+      "create table X(a bit, b tinyint, c smallint, d int, e bigint, f money, g decimal(9,2), h float, i datetime,"
+      " j varchar(5), k nvarchar(max), l varbinary(4))");
+  const Outcome outcome = session.run("select * from X");
+  ASSERT_EQ(outcome.sets.size(), 1U);
+  const Type types[] = {Type::Bit,   Type::Integer, Type::Integer,  Type::Integer, Type::Integer, Type::Float,
+                        Type::Float, Type::Float,   Type::DateTime, Type::Text,    Type::Text,    Type::Blob};
+  for (std::size_t i = 0; i < std::size(types); ++i)
+    EXPECT_EQ(outcome.sets[0].columns[i].type, types[i]) << i;
+  EXPECT_EQ(outcome.sets[0].columns[9].width, 5);
+  EXPECT_EQ(outcome.sets[0].columns[10].width, 0);
+  EXPECT_EQ(errorOf("insert into X(b) values(256)"), 8115);
+  EXPECT_EQ(errorOf("insert into X(g) values(12345678)"), 8115);
+  EXPECT_EQ(errorOf("insert into X(l) values(0x0102030405)"), 2628);
+  define("insert into X(f,g,l) values('1.23456',1.005,0x01)");
+  EXPECT_EQ(session.rows("select f,g,l from X"), (Rows{{"1.2346", "1.01", "0x01"}}));
+}
+
+TEST_F(DefinitionsTest, DefaultsFillWhatIsLeftOut) {
+  define(
+      "create table X(id int, a varchar(5) default 'n', b float not null default 0, c datetime default getdate(), d bit default '1', e int)");
+  define(
+      "insert into X(id) values(1);insert into X values(2,default,default,default,default,default);"
+      "insert into X(id) select 3;insert into X default values");
+  EXPECT_EQ(session.rows("select id,a,b,c,d,e from X order by id"),
+            (Rows{{std::nullopt, "n", "0", "2026-11-20 10:11:12", "1", std::nullopt},
+                  {"1", "n", "0", "2026-11-20 10:11:12", "1", std::nullopt},
+                  {"2", "n", "0", "2026-11-20 10:11:12", "1", std::nullopt},
+                  {"3", "n", "0", "2026-11-20 10:11:12", "1", std::nullopt}}));
+  define("update X set a=default,e=default where id=1");
+  EXPECT_EQ(errorOf("insert into X(b) values(null)"), 515);
+}
+
+TEST_F(DefinitionsTest, KeysOfSeveralColumnsHold) {
+  define("create table X(a varchar(5), b int, c int, primary key(a,b), unique(c))");
+  define("insert into X values('k',1,1),('k',2,2)");
+  EXPECT_EQ(errorOf("insert into X values('K ',1,3)"), 2627);
+  EXPECT_EQ(errorOf("insert into X values('k',3,2)"), 2627);
+  EXPECT_EQ(errorOf("insert into X values(null,3,4)"), 515);
+  define("insert into X values('k',3,null)");
+  EXPECT_EQ(errorOf("insert into X values('k',4,null)"), 2627);
+  define("update X set b=b+1");
+  EXPECT_EQ(session.rows("select b from X order by b"), (Rows{{"2"}, {"3"}, {"4"}}));
+}
+
+TEST_F(DefinitionsTest, UniqueIndexesAreToldApartFromKeys) {
+  define("create table X(a int not null, b varchar(5))");
+  define("create unique index IX_b on X(b)");
+  define("insert into X values(1,'v')");
+  const Outcome outcome = session.run("insert into X values(2,'V')");
+  ASSERT_TRUE(outcome.error);
+  EXPECT_EQ(outcome.error->number, 2601);
+  EXPECT_NE(outcome.error->text.find("IX_b"), std::string::npos) << outcome.error->text;
+  EXPECT_NE(outcome.error->text.find("(V)"), std::string::npos) << outcome.error->text;
+  define("drop index IX_b on X");
+  define("insert into X values(2,'V')");
+  EXPECT_EQ(errorOf("create unique index IX_b on X(b)"), 1505);
+}
+
+TEST_F(DefinitionsTest, IdentityStartsAtItsSeedAndNeverGivesANumberTwice) {
+  define("create table X(n int identity(100,1), a varchar(5))");
+  define("insert into X(a) values('a');insert into X values('b')");
+  EXPECT_EQ(session.rows("select n,a from X order by n"), (Rows{{"100", "a"}, {"101", "b"}}));
+  define("delete from X;insert into X values('c')");
+  EXPECT_EQ(session.rows("select n from X"), (Rows{{"102"}}));
+  EXPECT_EQ(errorOf("insert into X(n,a) values(5,'d')"), 544);
+  EXPECT_EQ(errorOf("create table Y(n int identity(1,2))"), 40510);
+}
+
+TEST_F(DefinitionsTest, AddedColumnsAreNullInOldRowsUnlessTheyMustNotBe) {
+  define("create table X(a int)");
+  define("insert into X values(1)");
+  define("alter table X add b varchar(5) default 'n', c int not null default 7");
+  define("insert into X(a) values(2)");
+  EXPECT_EQ(session.rows("select a,b,c from X order by a"),
+            (Rows{{"1", std::nullopt, "7"}, {"2", "n", "7"}}));
+  EXPECT_EQ(errorOf("alter table X add d int not null"), 4901);
+  EXPECT_EQ(errorOf("alter table X add A int"), 2705);
+}
+
+TEST_F(DefinitionsTest, WrongDefinitionsAreRefused) {
+  EXPECT_EQ(errorOf("create table D1003(a int)"), 2714);
+  EXPECT_EQ(errorOf("create table X(a int, A int)"), 2705);
+  EXPECT_EQ(errorOf("create table X(a int primary key, b int primary key)"), 8110);
+  EXPECT_EQ(errorOf("create table X(a int, primary key(b))"), 1911);
+  EXPECT_EQ(errorOf("create table X(a nosuch)"), 2715);
+  EXPECT_EQ(errorOf("create table X(a xml)"), 40510);
+  EXPECT_EQ(errorOf("create table X(a varchar(9000))"), 131);
+  EXPECT_EQ(errorOf("create table goodsbook_x(a int)"), 40510);
+  EXPECT_EQ(errorOf("create index I on D1003(nosuch)"), 1911);
+  EXPECT_EQ(errorOf("create index I on NOSUCH(a)"), 4902);
+  EXPECT_EQ(errorOf("drop table NOSUCH"), 3701);
+  EXPECT_EQ(errorOf("drop table if exists NOSUCH"), 0);
+  EXPECT_EQ(errorOf("create procedure SYS_DW as select 1 as a"), 2714);
+}
+
+TEST_F(DefinitionsTest, AFailingDefinitionLeavesNothing) {
+  EXPECT_EQ(errorOf("create table X(a int) insert into X values(1) create table X(a int)"), 2714);
+  EXPECT_EQ(errorOf("select * from X"), 208);
+}
+
+TEST_F(DefinitionsTest, ProceduresCallProceduresAndKnowTheirParametersOnly) {
+  define("create procedure PA @x varchar(10), @n int = 5 as insert into D1801DWTM(ADW,TM) values(@n,@x+'!')");
+  define("create procedure PB @x varchar(10) as begin exec PA @x; exec PA @x=@x,@n=6 end");
+  define("exec PB 'v'");
+  EXPECT_EQ(session.rows("select ADW,TM from D1801DWTM order by ADW"), (Rows{{"5", "v!"}, {"6", "v!"}}));
+  define("create procedure PC as exec PC");
+  EXPECT_EQ(errorOf("exec PC"), 217);
+  define("drop procedure PA");
+  EXPECT_EQ(errorOf("exec PB 'v'"), 2812);
+}
+
+TEST_F(DefinitionsTest, AnotherConnectionSeesThem) {
+  const auto other = Connection::open(session.folder() / "test.db");
+  define("create table X(a int)");
+  define("insert into X values(1)");
+  auto cursor = other->query("select a from X");
+  ASSERT_TRUE(cursor->next());
+  EXPECT_EQ(cursor->row().integer(0), 1);
+  cursor.reset();
+  define("drop table X");
+  define("create table X(a varchar(5))");
+  define("insert into X values('v')");
+  cursor = other->query("select a from X");
+  ASSERT_TRUE(cursor->next());
+  EXPECT_EQ(cursor->row().text(0), "v");
+  cursor.reset();
+  define("create procedure PA as delete from X");
+  struct Nothing : ResultSink {
+    void beginSet(std::span<const Column>) override {}
+    void row(const Row&) override {}
+  } nothing;
+  other->execute("exec PA", nothing);
+  EXPECT_EQ(session.rows("select * from X"), Rows{});
+}
+
+std::string planOf(Session& session, const std::string& sql) {
+  sqlite3* db = nullptr;
+  sqlite3_open((session.folder() / "test.db").c_str(), &db);
+  registerEngineFunctions(db);
+  sqlite3_stmt* statement = nullptr;
+  EXPECT_EQ(sqlite3_prepare_v2(db, ("EXPLAIN QUERY PLAN " + sql).c_str(), -1, &statement, nullptr), SQLITE_OK)
+      << sqlite3_errmsg(db);
+  std::string plan;
+  while (sqlite3_step(statement) == SQLITE_ROW)
+    plan += std::string(reinterpret_cast<const char*>(sqlite3_column_text(statement, 3))) + "\n";
+  sqlite3_finalize(statement);
+  sqlite3_close(db);
+  return plan;
+}
+
+TEST(Plans, TheProductListReadsOneTableAndLooksTheOthersUp) {
+  Session session(Tables::Program);
+  const std::string sql = emittedSql(
+      session.connection(),
+      "SELECT d1801.wl_id,d1004.class_name,d1003.dw_name,d1801dw.tm,sys_user.user_name FROM d1801 INNER JOIN d1004 ON "
+      "d1801.class_id = d1004.class_id INNER JOIN sys_user ON d1801.user_id = sys_user.user_id INNER JOIN d1801dw ON "
+      "d1801.wl_id = d1801dw.wl_id INNER JOIN d1003 ON d1801dw.dw_id = d1003.dw_id  AND (D1801DW.T = 1)");
+  const std::string plan = planOf(session, sql);
+  const auto count = [&](std::string_view word) {
+    int found = 0;
+    for (std::size_t at = plan.find(word); at != std::string::npos; at = plan.find(word, at + 1)) ++found;
+    return found;
+  };
+  EXPECT_EQ(count("SCAN"), 1) << plan;
+  EXPECT_EQ(count("SEARCH"), 4) << plan;
+  EXPECT_EQ(count("AUTOMATIC"), 0) << plan;
+}
+
+TEST(Plans, TheFilterStartsFromTheTablesThatItSearches) {
+  Session session(Tables::Program);
+  const std::string sql = emittedSql(
+      session.connection(),
+      "select d1801.wl_id from d1801 inner join d1801dw on d1801.wl_id=d1801dw.wl_id inner join d1004 on "
+      "d1801.class_id=d1004.class_id where ((D1801DW.TM LIKE '%k%') or (D1801.WL_ID LIKE '%k%') or (D1801.PYM LIKE '%k%'))");
+  const std::string plan = planOf(session, sql);
+  EXPECT_NE(plan.find("USING COVERING INDEX D1801DW.IX_D1801DW_TM"), std::string::npos) << plan;
+  EXPECT_NE(plan.find("INTEGER PRIMARY KEY (rowid=?)"), std::string::npos) << plan;
+}
+
+}  // namespace
+}  // namespace goodsbook::engine::test
