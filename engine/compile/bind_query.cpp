@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "engine/compile/binder.h"
+#include "engine/compile/candidate_filter.h"
 #include "engine/compile/emitter.h"
 #include "engine/compile/grouping.h"
 #include "engine/compile/literals.h"
@@ -129,6 +130,7 @@ BoundSelect Binder::bindSelectCore(const Select& select, const Scope* outer,
   if (select.top) bound.limit = bindTop(*select.top, scope);
   bound.grouped = sawAggregate_ || !select.groupBy.empty() || select.having;
   if (bound.grouped) checkGrouping(bound, order, scope, keys, plan_);
+  addCandidateFilters(bound, scope, nextSource_);
   clause_ = saved.clause;
   inAggregate_ = saved.inAggregate;
   sawAggregate_ = saved.sawAggregate;

@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <optional>
+#include <vector>
 
 #include "engine/runtime/failure.h"
 #include "engine/runtime/function_support.h"
@@ -24,6 +26,31 @@ void like(const Arguments& a) {
   auto fresh = std::make_unique<LikePattern>(a.text(1), a.size() > 2 ? a.text(2) : std::string_view());
   a.give(std::int64_t{fresh->matches(a.text(0))});
   sqlite3_set_auxdata(a.context, slot, fresh.release(), [](void* p) { delete static_cast<LikePattern*>(p); });
+}
+
+// ts_like_any(text, pattern, text, pattern, …): whether one of the texts is like its pattern. The patterns
+// are constants.
+void likeAny(const Arguments& a) {
+  using Patterns = std::vector<std::optional<LikePattern>>;
+  constexpr int slot = 1;
+  auto* ready = static_cast<Patterns*>(sqlite3_get_auxdata(a.context, slot));
+  std::unique_ptr<Patterns> fresh;
+  if (ready == nullptr) {
+    fresh = std::make_unique<Patterns>();
+    for (int i = 1; i < a.size(); i += 2) {
+      fresh->emplace_back();
+      if (!a.isNull(i)) fresh->back().emplace(a.text(i));
+    }
+    ready = fresh.get();
+  }
+  bool found = false;
+  for (int i = 0; i + 1 < a.size() && !found; i += 2) {
+    const auto& pattern = (*ready)[static_cast<std::size_t>(i / 2)];
+    found = pattern && !a.isNull(i) && pattern->matches(a.text(i));
+  }
+  a.give(std::int64_t{found});
+  if (fresh)
+    sqlite3_set_auxdata(a.context, slot, fresh.release(), [](void* p) { delete static_cast<Patterns*>(p); });
 }
 
 std::size_t lengthArgument(const Arguments& a, int i, std::string_view function) {
@@ -113,9 +140,10 @@ void stuff(const Arguments& a) {
 }  // namespace
 
 void registerTextFunctions(sqlite3* db, FunctionErrors& errors) {
-  static constexpr std::array<FunctionEntry, 16> entries{{
+  static constexpr std::array<FunctionEntry, 17> entries{{
       {"ts_like", 2, callFunction<like>},
       {"ts_like", 3, callFunction<like>},
+      {"ts_like_any", -1, callFunction<likeAny>},
       {"ts_left", 2, callFunction<left>},
       {"ts_right", 2, callFunction<right>},
       {"ts_substring", 3, callFunction<substring>},
