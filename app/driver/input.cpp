@@ -31,7 +31,8 @@ void sendKey(QWidget* target, Qt::Key key, const QString& text, Qt::KeyboardModi
 // The key and the text of one typed character.
 void typeCharacter(QWidget* target, char32_t character) {
   if (character == U'\n') {
-    sendKey(target, Qt::Key_Return, u"\r"_s, Qt::NoModifier);
+    // In boxes of several lines Enter alone goes on to the next field.
+    sendKey(target, Qt::Key_Return, u"\r"_s, Qt::ControlModifier);
     return;
   }
   const QString text = QString::fromUcs4(&character, 1);

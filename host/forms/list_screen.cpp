@@ -148,7 +148,7 @@ void ListScreen::openRows(const QString& select) {
     session.record(std::move(sent));
     throw;
   }
-  sent.result = u"1"_s;
+  sent.result = u"Y"_s;
   session.record(std::move(sent));
 }
 

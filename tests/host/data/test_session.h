@@ -12,13 +12,13 @@
 
 namespace goodsbook::test {
 
-// A desktop that writes down what it was told and answers nothing.
+// A desktop that writes down what it was told and answers no.
 class QuietDesktop : public Desktop {
  public:
   explicit QuietDesktop(QDateTime now) : now_(std::move(now)) {}
   char message(QWidget*, const QString& text, int kind, const QString&) override {
     messages += QString::number(kind) + u' ' + text;
-    return 'n';
+    return answer;
   }
   QString openFile(QWidget*, const QString&, const QString&) override { return {}; }
   QString saveFile(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
@@ -28,6 +28,7 @@ class QuietDesktop : public Desktop {
   void setNow(const QDateTime& now) { now_ = now; }
 
   QStringList messages;
+  char answer = 'n';  // to every question
 
  private:
   QDateTime now_;

@@ -44,18 +44,9 @@ class QueuedDesktop : public Desktop {
   std::function<void()> whileShown;  // stands for a box that takes the focus
 };
 
-// A session over nothing but a desktop and a folder: for screens that are given their rows.
-class FormWorld : public testing::Test {
- protected:
-  FormWorld() {
-    auto desktop = std::make_unique<QueuedDesktop>();
-    desktop_ = desktop.get();
-    session_ = std::make_unique<Session>(nullptr, std::move(desktop), folder_.path());
-  }
-
-  QueuedDesktop& desktop() { return *desktop_; }
-  std::vector<std::string> messages() { return std::exchange(desktop_->texts, {}); }
-
+// What tests of windows do.
+class FormWorldSteps {
+ public:
   // A window counts as active for QTest when the one that owns it is.
   static void activate(QWidget& window) {
     window.activateWindow();
@@ -81,6 +72,19 @@ class FormWorld : public testing::Test {
     });
     opens();
   }
+};
+
+// A session over nothing but a desktop and a folder: for screens that are given their rows.
+class FormWorld : public testing::Test, protected FormWorldSteps {
+ protected:
+  FormWorld() {
+    auto desktop = std::make_unique<QueuedDesktop>();
+    desktop_ = desktop.get();
+    session_ = std::make_unique<Session>(nullptr, std::move(desktop), folder_.path());
+  }
+
+  QueuedDesktop& desktop() { return *desktop_; }
+  std::vector<std::string> messages() { return std::exchange(desktop_->texts, {}); }
 
  private:
   QTemporaryDir folder_;
