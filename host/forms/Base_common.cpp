@@ -140,6 +140,16 @@ void TFrm_Base_Common::setChecked(const QString& name, bool on) {
   element<QAbstractButton>(name)->setChecked(on);
 }
 
+void TFrm_Base_Common::setFieldVisible(const QString& name, bool visible) {
+  QWidget* field = elementNamed(name);
+  field->setVisible(visible);
+  for (QLabel* candidate : findChildren<QLabel*>()) {
+    if (candidate->buddy() == field) candidate->setVisible(visible);
+  }
+  const auto* lookup = qobject_cast<TExtEdit*>(field);
+  if (lookup && lookup->nameLabel()) lookup->nameLabel()->setVisible(visible);
+}
+
 QString TFrm_Base_Common::labelOf(const QWidget* field) const {
   QString name;
   for (const QLabel* candidate : findChildren<QLabel*>()) {

@@ -71,6 +71,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Common : public TFrm_Base {
   QLabel* label(const QString& name) const { return element<QLabel>(name); }
   QString text(const QString& name) const { return elementText(elementNamed(name)); }  // boxes: "1" or "0"
   void setText(const QString& name, const QString& value) { setElementText(elementNamed(name), value); }
+  void setFieldVisible(const QString& name, bool visible);  // with its label and name label
   bool isChecked(const QString& name) const;
   void setChecked(const QString& name, bool on);
   QString labelOf(

@@ -145,7 +145,7 @@ void TFrm_Base_Detail::btn_okClick() {
 void TFrm_Base_Detail::saveWithRow() {
   RecordSet& rows = listRows();
   const bool appends = isAdding() && appendsRow;
-  rows.waitForAll();
+  if (appends) rows.waitForAll();
   const int countBefore = rows.rowCount();
   const bool hadRow = rows.currentRow() >= 0;
   const RecordSet::Bookmark before = hadRow ? rows.bookmark() : RecordSet::Bookmark();

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QScopedValueRollback>
 #include <QSplitter>
@@ -22,6 +23,7 @@ TFrm_Base_Node::TFrm_Base_Node(QWidget* owner) : ListScreen(owner), TreeView(new
   TreeView->setObjectName(u"TreeView"_s);
   TreeView->setHeaderHidden(true);
   TreeView->setUniformRowHeights(true);
+  TreeView->setExpandsOnDoubleClick(false);
   TreeView->setContextMenuPolicy(Qt::CustomContextMenu);
   TreeView->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   TreeView->header()->setStretchLastSection(false);
@@ -205,6 +207,21 @@ void TFrm_Base_Node::Act_DeleteExecute() {
     TreeView->setCurrentItem(found);
   updateActions();
   showCount();
+}
+
+void TFrm_Base_Node::FormKeyDown(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (enter && focusWidget() == TreeView && (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
+    event->accept();
+    DBGridEhDblClick();
+    return;
+  }
+  ListScreen::FormKeyDown(event);
+}
+
+void TFrm_Base_Node::showEvent(QShowEvent* event) {
+  ListScreen::showEvent(event);
+  if (!event->spontaneous()) TreeView->setFocus();
 }
 
 void TFrm_Base_Node::DBGridEhDblClick() {

@@ -33,7 +33,9 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Node : public ListScreen {
   virtual void Act_EditExecute();
   virtual void Act_ViewExecute();
   virtual void Act_DeleteExecute();
-  void DBGridEhDblClick() override;
+  void DBGridEhDblClick() override;  // and Enter on a node
+  void FormKeyDown(QKeyEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
   void updateActions() override;
   void buildTree();

@@ -90,14 +90,15 @@ void FieldSet::store(RecordSet& rows) const {
 }
 
 void FieldSet::setReadOnly(bool readOnly) {
-  for (const Bound& field : fields_) setElementReadOnly(field.widget, readOnly);
+  for (const Bound& field : fields_) setElementReadOnly(field.widget, readOnly || field.spec.readOnly);
 }
 
 void FieldSet::lock(const QString& names) {
   QStringList locked;
   for (const QString& name : names.split(u',', Qt::SkipEmptyParts)) locked << name.trimmed();
   for (const Bound& field : fields_) {
-    setElementReadOnly(field.widget, locked.contains(field.spec.name, Qt::CaseInsensitive));
+    setElementReadOnly(field.widget,
+                       field.spec.readOnly || locked.contains(field.spec.name, Qt::CaseInsensitive));
   }
 }
 

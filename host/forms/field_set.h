@@ -48,6 +48,7 @@ struct FieldSpec {
   int places = -1;                      // numbers: decimal places that can be typed, -1: the edit's own
   int width = 0;                        // pixels at 100 %, 0: by the limit
   bool sameRow = false;                 // stands behind the field before it
+  bool readOnly = false;                // shown only, in every mode
   bool large = false;                   // in large type
   QString hint = {};                    // grey text behind it
   QString rowLabel = {};                // boxes: the label before them

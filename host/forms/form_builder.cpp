@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace goodsbook {
 namespace {
 
-constexpr int lastRow = 999;    // takes the height that the fields leave
+constexpr int lastRow = 999;   // takes the height that the fields leave
 constexpr int columnGap = 18;  // between a field and the label of the next one in its row
 
 bool isBox(FieldKind kind) {
@@ -139,6 +139,7 @@ QWidget* FormBuilder::field(FieldSpec spec) {
   }
   if (!spec.hint.isEmpty()) cell->insertWidget(cell->count() - 1, greyLabel(spec.hint, area_));
   bind(spec, element);
+  if (spec.readOnly) setElementReadOnly(element, true);
   return element;
 }
 

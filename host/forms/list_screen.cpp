@@ -166,10 +166,21 @@ void ListScreen::refresh() {
   keyToFind_ = QVariant();
   GetData();
   if (!AdoQry_Main.isOpen()) return;
-  if (known && AdoQry_Main.hasField(key) && !AdoQry_Main.locate(key, current) && load_->isRunning()) {
+  if (known && AdoQry_Main.hasField(key) && !findLoaded(key, current) && load_->isRunning()) {
     keyToFind_ = current;  // among the rows to come
   }
   if (!column.isEmpty()) DBGridEh->setSelectedField(column);
+}
+
+// Without waiting for the rows that are still to come.
+bool ListScreen::findLoaded(const QString& field, const QVariant& value) {
+  const int index = AdoQry_Main.fieldIndex(field);
+  for (int row = 0; row < AdoQry_Main.rowCount(); ++row) {
+    if (AdoQry_Main.valueAt(row, index) != value) continue;
+    AdoQry_Main.moveTo(row);
+    return true;
+  }
+  return false;
 }
 
 void ListScreen::applyMoneyFormats() {
@@ -194,7 +205,9 @@ void ListScreen::hideColumns(const QString& names) {
       return column.field.compare(name.trimmed(), Qt::CaseInsensitive) == 0;
     });
   }
+  const QByteArray layout = DBGridEh->saveLayout();
   DBGridEh->setColumns(std::move(kept));
+  DBGridEh->restoreLayout(layout);
 }
 
 void ListScreen::setFilterDialog(TFrm_Sys_Filter* filter) {
@@ -297,6 +310,7 @@ void ListScreen::FormKeyDown(QKeyEvent* event) {
 }
 
 void ListScreen::showEvent(QShowEvent* event) {
+  if (!isWindow()) setAttribute(Qt::WA_Moved);  // a page does not centre itself over its owner
   TFrm_Base_Common::showEvent(event);
   if (!event->spontaneous()) DBGridEh->setFocus();
 }

@@ -115,6 +115,7 @@ class GOODSBOOKHOST_EXPORT ListScreen : public TFrm_Base_Common {
   void rowsMoved();
   void openRows(const QString& select);
   void findKeyAgain();
+  bool findLoaded(const QString& field, const QVariant& value);
 
   QString listStatement_, conditionText_, displayText_, emptyText_;
   TFrm_Sys_Filter* filter_ = nullptr;
