@@ -25,13 +25,10 @@ void CodeTableList::FormCreate() {
 
 void CodeTableList::InitForm(const Trecord& record) {
   TFrm_Base_Outer::InitForm(record);
-  const QStringList settings = bodyparam::make({{bodyparam::keyField, table_.keyField},
-                                                {bodyparam::deleteStatement, table_.deleteStatement},
-                                                {bodyparam::listStatement, table_.listStatement}});
-  SetBodyParam(settings);
-  TFrm_Base_Detail* editor = createEditor();
-  setEditor(editor);
-  editor->SetBodyParam(settings);
+  SetBodyParam(bodyparam::make({{bodyparam::keyField, table_.keyField},
+                                {bodyparam::deleteStatement, table_.deleteStatement},
+                                {bodyparam::listStatement, table_.listStatement}}));
+  setEditor(createEditor());
 }
 
 CodeTableEditor::CodeTableEditor(const CodeTable& table, QWidget* owner)

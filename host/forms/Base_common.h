@@ -41,6 +41,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Common : public TFrm_Base {
   const QString& moduleCode() const { return moduleCode_; }
   const Trecord& record() const { return record_; }
   bool hasRight(Trecord::RightByte right) const { return record_.right(right); }
+  const QStringList& bodyParams() const { return bodyParams_; }
   QString bodyParam(bodyparam::Position position) const { return bodyParams_.at(position); }
   QString costRight() const { return bodyParam(bodyparam::costRight); }  // "1": costs may be seen
 

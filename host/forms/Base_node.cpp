@@ -58,6 +58,7 @@ void TFrm_Base_Node::setEditor(TFrm_Base_Node_d* editor) {
   editor_ = editor;
   editor->SetFormParam(moduleCode());
   editor->SetUserParam(record());
+  editor->SetBodyParam(bodyParams());
 }
 
 void TFrm_Base_Node::GetData() {

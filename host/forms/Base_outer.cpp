@@ -28,6 +28,7 @@ void TFrm_Base_Outer::setEditor(TFrm_Base_Detail* editor) {
   editor_ = editor;
   editor->SetFormParam(moduleCode());
   editor->SetUserParam(record());
+  editor->SetBodyParam(bodyParams());
 }
 
 void TFrm_Base_Outer::updateActions() {
