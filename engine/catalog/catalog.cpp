@@ -1,7 +1,6 @@
 #include "engine/catalog/catalog.h"
 
 #include <algorithm>
-#include <array>
 
 #include "engine/catalog/type_names.h"
 #include "engine/storage/sqlite_statement.h"
@@ -20,6 +19,13 @@ std::string freeRowName(const TableInfo& table) {
   return {};
 }
 
+// An index is named "table.index" in the file; those of keys have names of SQLite's.
+KeyInfo keyNamed(std::string_view index, std::string_view origin, const TableInfo& table) {
+  if (origin == "pk") return {UniqueBy::PrimaryKey, "PK_" + table.name};
+  if (origin == "u") return {UniqueBy::Constraint, "UQ_" + table.name};
+  return {UniqueBy::Index, std::string(index.substr(std::min(index.size(), table.name.size() + 1)))};
+}
+
 }  // namespace
 
 CatalogVersion Catalog::versionOf(sqlite3* db) {
@@ -34,7 +40,7 @@ std::shared_ptr<const Catalog> Catalog::load(sqlite3* db) {
   auto catalog = std::make_shared<Catalog>();
   catalog->version_ = versionOf(db);
   catalog->loadTables(db);
-  catalog->loadKeys(db);
+  catalog->loadIndexes(db);
   catalog->loadProcedures(db);
   return catalog;
 }
@@ -59,29 +65,20 @@ void Catalog::loadTables(sqlite3* db) {
   for (auto& [name, table] : tables_) table.rowName = freeRowName(table);
 }
 
-void Catalog::loadKeys(sqlite3* db) {
-  SqliteStatement rows(
-      db,
-      "SELECT m.name, i.name, i.origin, x.name FROM sqlite_schema m JOIN pragma_index_list(m.name) i "
-      "JOIN pragma_index_info(i.name) x WHERE m.type = 'table' AND i.\"unique\" "
-      "ORDER BY m.name, i.name, x.seqno");
-  std::string last;
+void Catalog::loadIndexes(sqlite3* db) {
+  SqliteStatement rows(db,
+                       "SELECT m.name, i.name, i.origin, x.name, i.\"unique\", x.seqno FROM sqlite_schema m "
+                       "JOIN pragma_index_list(m.name) i JOIN pragma_index_info(i.name) x "
+                       "WHERE m.type = 'table' AND NOT i.partial ORDER BY m.name, i.name, x.seqno");
   while (rows.step()) {
     if (isHidden(rows.text(0))) continue;
     TableInfo& table = tables_[std::string(rows.text(0))];
-    if (last != rows.text(1)) {
-      last = rows.text(1);
-      KeyInfo key;
-      key.by = rows.text(2) == "pk"  ? UniqueBy::PrimaryKey
-               : rows.text(2) == "u" ? UniqueBy::Constraint
-                                     : UniqueBy::Index;
-      // An index is named "table.index" in the file.
-      key.name = key.by == UniqueBy::PrimaryKey   ? "PK_" + table.name
-                 : key.by == UniqueBy::Constraint ? "UQ_" + table.name
-                                                  : last.substr(std::min(last.size(), table.name.size() + 1));
-      table.keys.push_back(std::move(key));
-    }
-    if (const auto column = table.find(rows.text(3))) table.keys.back().columns.push_back(*column);
+    const auto column = table.find(rows.text(3));
+    const bool first = rows.integer(5) == 0;
+    if (column && first) table.indexed.push_back(*column);
+    if (rows.integer(4) == 0) continue;
+    if (first) table.keys.push_back(keyNamed(rows.text(1), rows.text(2), table));
+    if (column) table.keys.back().columns.push_back(*column);
   }
 }
 

@@ -52,7 +52,7 @@ class Catalog {
 
  private:
   void loadTables(sqlite3* db);
-  void loadKeys(sqlite3* db);
+  void loadIndexes(sqlite3* db);
   void loadProcedures(sqlite3* db);
 
   CatalogVersion version_;

@@ -31,7 +31,8 @@ struct TableInfo {
   std::string name{};
   std::vector<ColumnInfo> columns{};
   std::vector<KeyInfo> keys{};
-  std::string rowName{};  // SQLite's name of the row number that no column hides
+  std::vector<std::size_t> indexed{};  // columns that are the first of an index
+  std::string rowName{};               // SQLite's name of the row number that no column hides
 
   std::optional<std::size_t> find(std::string_view column) const;
   bool isInKey(std::size_t column) const;

@@ -3,6 +3,7 @@
 #include "engine/compile/binder.h"
 #include "engine/compile/candidate_filter.h"
 #include "engine/compile/emitter.h"
+#include "engine/compile/grouped_lookup.h"
 #include "engine/compile/grouping.h"
 #include "engine/compile/literals.h"
 #include "engine/compile/nodes.h"
@@ -130,6 +131,7 @@ BoundSelect Binder::bindSelectCore(const Select& select, const Scope* outer,
   if (select.top) bound.limit = bindTop(*select.top, scope);
   bound.grouped = sawAggregate_ || !select.groupBy.empty() || select.having;
   if (bound.grouped) checkGrouping(bound, order, scope, keys, plan_);
+  lookUpGroups(bound, order, catalog_);
   addCandidateFilters(bound, scope, nextSource_);
   clause_ = saved.clause;
   inAggregate_ = saved.inAggregate;

@@ -90,8 +90,8 @@ void Binder::bindUpdate(const Update& update) {
   BoundQuery query;
   query.terms.push_back({.content = std::move(source)});
   plan_.sourceSql = emitQuery(query, true);
-  plan_.sql = concat("UPDATE ", quotedName(table.name), " SET ", settings, " FROM (", plan_.sourceSql,
-                     ") AS s WHERE ", quotedName(table.name), ".", table.rowName, " = s.c1");
+  plan_.sql = concat("UPDATE ", quotedName(table.name), " AS t SET ", settings, " FROM (", plan_.sourceSql,
+                     ") AS s WHERE t.", table.rowName, " = s.c1");
 }
 
 void Binder::bindDelete(const Delete& statement) {

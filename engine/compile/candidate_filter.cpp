@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 
+#include "engine/compile/clone.h"
 #include "engine/compile/nodes.h"
 
 namespace goodsbook::engine {
@@ -55,7 +56,7 @@ std::optional<int> onlySource(const Node& condition, const Tables& tables) {
           alone && tables.names.contains(column->source) && source.value_or(column->source) == column->source;
       source = column->source;
     }
-    alone = alone && canClone(part);
+    alone = alone && isSimple(part);
     return alone;
   });
   return alone ? source : std::nullopt;
@@ -170,7 +171,9 @@ class CandidateQuery {
     CallNode any{.name = "ts_like_any", .arguments = {}};
     InfixNode chain{"OR", {}};
     for (const Node* condition : conditions) {
-      NodePtr copy = cloneNode(*condition, source);
+      NodePtr copy = cloneNode(*condition, [&](const ColumnNode& column) {
+        return makeNode(ColumnNode{source, column.column});
+      });
       if (!allLike) {
         chain.operands.push_back(std::move(copy));
         continue;

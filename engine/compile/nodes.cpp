@@ -78,50 +78,6 @@ struct Walker {
 
 const SourceVisit noSources;
 
-struct Cloner {
-  int source;
-
-  NodePtr one(const NodePtr& node) const { return node ? cloneNode(*node, source) : nullptr; }
-  std::vector<NodePtr> all(const std::vector<NodePtr>& nodes) const {
-    std::vector<NodePtr> copies;
-    for (const NodePtr& node : nodes) copies.push_back(one(node));
-    return copies;
-  }
-
-  NodePtr operator()(const ParameterNode& parameter) const { return makeNode(parameter); }
-  NodePtr operator()(const ColumnNode& column) const { return makeNode(ColumnNode{source, column.column}); }
-  NodePtr operator()(const ConstantNode& constant) const { return makeNode(constant); }
-  NodePtr operator()(const CallNode& call) const {
-    return makeNode(CallNode{call.name, all(call.arguments), call.distinct, call.star, call.aggregate});
-  }
-  NodePtr operator()(const InfixNode& infix) const {
-    return makeNode(InfixNode{infix.op, all(infix.operands)});
-  }
-  NodePtr operator()(const PrefixNode& prefix) const {
-    return makeNode(PrefixNode{prefix.op, one(prefix.operand)});
-  }
-  NodePtr operator()(const NullTestNode& test) const {
-    return makeNode(NullTestNode{one(test.operand), test.negated});
-  }
-  NodePtr operator()(const CollateNode& collate) const { return makeNode(CollateNode{one(collate.operand)}); }
-  NodePtr operator()(const StorageCastNode& cast) const {
-    return makeNode(StorageCastNode{one(cast.operand), cast.type});
-  }
-  NodePtr operator()(const CaseNode& content) const {
-    CaseNode copy;
-    for (const CaseNode::Branch& branch : content.branches)
-      copy.branches.push_back({one(branch.when), one(branch.then)});
-    copy.otherwise = one(content.otherwise);
-    return makeNode(std::move(copy));
-  }
-  NodePtr operator()(const InListNode& in) const {
-    return makeNode(InListNode{one(in.operand), all(in.items), in.negated});
-  }
-  NodePtr operator()(const InQueryNode&) const { return nullptr; }
-  NodePtr operator()(const ExistsNode&) const { return nullptr; }
-  NodePtr operator()(const SubqueryNode&) const { return nullptr; }
-};
-
 }  // namespace
 
 NodePtr wholeNode(std::int64_t number) {
@@ -151,14 +107,10 @@ bool readsTable(const Node& node, std::string_view table) {
   return found;
 }
 
-bool canClone(const Node& node) {
+bool isSimple(const Node& node) {
   return !std::holds_alternative<InQueryNode>(node.content) &&
          !std::holds_alternative<ExistsNode>(node.content) &&
          !std::holds_alternative<SubqueryNode>(node.content);
-}
-
-NodePtr cloneNode(const Node& node, int source) {
-  return std::visit(Cloner{source}, node.content);
 }
 
 bool hasParameter(const Node& node) {

@@ -40,10 +40,8 @@ using NodeVisit = std::function<bool(const Node&)>;
 void walkNode(const Node& node, const NodeVisit& visit);
 void walkQuery(const BoundQuery& query, const NodeVisit& visit);
 
-// Nodes without a query in them can be copied.
-bool canClone(const Node& node);
-// A copy that speaks of another source in place of every one that the original speaks of.
-NodePtr cloneNode(const Node& node, int source);
+// Whether a node holds no query, so that it can be evaluated anywhere its columns are known.
+bool isSimple(const Node& node);
 
 // Whether a table is read anywhere below the node.
 bool readsTable(const Node& node, std::string_view table);

@@ -150,6 +150,7 @@ class EmbeddedConnection final : public Connection {
 
   void undo() noexcept {
     if (inTransaction()) sqlite3_exec(main_->db(), "ROLLBACK", nullptr, nullptr, nullptr);
+    state_.forgetUndone(*main_);
   }
 
   std::filesystem::path file_;
@@ -178,7 +179,8 @@ SelectCursor::~SelectCursor() {
 }  // namespace
 
 std::unique_ptr<Connection> Connection::open(const std::filesystem::path& file, Options options) {
-  if (!options.create && !std::filesystem::exists(file))
+  std::error_code ignored;
+  if (!options.create && !std::filesystem::exists(file, ignored))
     fail(4060, concat("无法打开数据库文件“", file.string(), "”：文件不存在。"), 11);
   return std::make_unique<EmbeddedConnection>(file, std::move(options));
 }

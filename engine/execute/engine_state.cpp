@@ -23,10 +23,18 @@ void bind(Binder& binder, const Statement& statement) {
 }  // namespace
 
 void EngineState::refresh(Session& session) {
-  const CatalogVersion version = Catalog::versionOf(session.db());
-  if (catalog_ && catalog_->version() == version) return;
+  if (catalog_ && catalog_->version() == Catalog::versionOf(session.db())) return;
   plans_.clear();
   catalog_ = Catalog::load(session.db());
+}
+
+void EngineState::forgetUndone(Session& session) noexcept {
+  try {
+    if (catalog_ && catalog_->version() == Catalog::versionOf(session.db())) return;
+  } catch (...) {
+    // What cannot be read now is read again at the next statement.
+  }
+  catalog_.reset();
 }
 
 std::int64_t EngineState::now() const {

@@ -34,6 +34,10 @@ class EngineState {
   // Reads the definitions again when another connection or this one has changed them. Inside a transaction.
   void refresh(Session& session);
 
+  // After a rollback: definitions that were undone must not be taken for later ones with the same version
+  // number.
+  void forgetUndone(Session& session) noexcept;
+
   const Catalog& catalog() const { return *catalog_; }
   ReadyStatement ready(const Frame& frame, const Statement& statement);
   std::int64_t boundStatements() const { return bound_; }
