@@ -32,7 +32,7 @@ void open(QPointer<Screen>& variable, const Trecord& record, QWidget* owner) {
   variable = screen.get();
   screen->Tag = record.module();
   screen->InitForm(record);
-  screen.release();
+  static_cast<void>(screen.release());  // it is its owner's now
 }
 
 struct Row {

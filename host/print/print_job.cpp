@@ -4,7 +4,6 @@
 #include <QFile>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
-#include <QTimer>
 
 #include "host/forms/Base.h"
 #include "host/print/pdf_text.h"
@@ -43,7 +42,8 @@ void runPrintJob(QWidget* parent, const QString& title, QPageLayout::Orientation
   preview.setWindowTitle(QCoreApplication::translate("PrintJob", "打印预览 — %1").arg(title));
   preview.resize(1000, 720);
   QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, [&](QPrinter* to) {
-    if (!guarded(&preview, [&] { paint(*to, &preview); })) QTimer::singleShot(0, &preview, &QDialog::reject);
+    if (!guarded(&preview, [&] { paint(*to, &preview); }))
+      QMetaObject::invokeMethod(&preview, &QDialog::reject, Qt::QueuedConnection);
   });
   preview.exec();
 }
