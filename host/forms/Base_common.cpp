@@ -224,6 +224,11 @@ void TFrm_Base_Common::FormKeyDown(QKeyEvent* event) {
     return;
   }
   if (modifiers != Qt::NoModifier) return;
+  if (auto* button = qobject_cast<QPushButton*>(focus)) {
+    event->accept();
+    button->click();
+    return;
+  }
   const bool isField = qobject_cast<QLineEdit*>(focus) || qobject_cast<QCheckBox*>(focus) ||
                        qobject_cast<QRadioButton*>(focus);
   bool inList = false;
