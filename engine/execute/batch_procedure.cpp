@@ -42,7 +42,8 @@ std::vector<const Argument*> matchArguments(const ProcedureInfo& procedure, cons
 }  // namespace
 
 void BatchRunner::call(const Execute& execute, const Frame& frame) {
-  const ProcedureInfo* procedure = state_.catalog().findProcedure(plainName(execute.procedure));
+  const std::shared_ptr<const Catalog> held = state_.hold();
+  const ProcedureInfo* procedure = held->findProcedure(plainName(execute.procedure));
   if (procedure == nullptr) fail(2812, concat("找不到存储过程 '", execute.procedure.name.text, "'。"));
   if (frame.depth + 1 > deepestCall)
     fail(217, concat("超过了存储过程的最大嵌套层数(最大层数为 ", std::to_string(deepestCall), ")。"));

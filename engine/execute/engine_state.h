@@ -39,6 +39,8 @@ class EngineState {
   void forgetUndone(Session& session) noexcept;
 
   const Catalog& catalog() const { return *catalog_; }
+  // Keeps what is found in the catalogue alive while statements may change it.
+  std::shared_ptr<const Catalog> hold() const { return catalog_; }
   ReadyStatement ready(const Frame& frame, const Statement& statement);
   std::int64_t boundStatements() const { return bound_; }
 

@@ -135,6 +135,29 @@ TEST_F(DefinitionsTest, ProceduresCallProceduresAndKnowTheirParametersOnly) {
   EXPECT_EQ(errorOf("exec PB 'v'"), 2812);
 }
 
+TEST_F(DefinitionsTest, AProcedureMayDefineAndEvenDropItself) {
+  define(
+      "create procedure PD @x int as begin create table X(a int) insert into X values(@x) drop procedure PD "
+      "insert into X values(@x+1) end");
+  define("exec PD 1");
+  EXPECT_EQ(session.rows("select a from X order by a"), (Rows{{"1"}, {"2"}}));
+  EXPECT_EQ(errorOf("exec PD 1"), 2812);
+}
+
+TEST_F(DefinitionsTest, ATableOfAnUndoneBatchIsNotTakenForALaterOne) {
+  const auto other = Connection::open(session.folder() / "test.db");
+  session.connection().begin();
+  define("create table X(a int)");
+  session.connection().rollback();
+  struct Nothing : ResultSink {
+    void beginSet(std::span<const Column>) override {}
+    void row(const Row&) override {}
+  } nothing;
+  other->execute("create table Y(b int)", nothing, Permission::Owner);
+  EXPECT_EQ(errorOf("select * from X"), 208);
+  EXPECT_EQ(errorOf("select * from Y"), 0);
+}
+
 TEST_F(DefinitionsTest, AnotherConnectionSeesThem) {
   const auto other = Connection::open(session.folder() / "test.db");
   define("create table X(a int)");
