@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "engine/compile/binder.h"
+#include "engine/compile/grouping.h"
 #include "engine/compile/nodes.h"
 #include "engine/runtime/failure.h"
 #include "engine/syntax/names.h"
@@ -42,6 +43,7 @@ BoundValue Binder::bindAggregate(const FunctionCall& call, const Scope& scope) {
     return value;
   };
   BoundValue value = argument();
+  refuseOuterAggregate(*value.node, scope);
   SqlType type = value.type;
   if (counts)
     return {.node = aggregateNode("count", collated(std::move(value)), call.distinct), .type = countType};

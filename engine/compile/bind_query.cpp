@@ -193,8 +193,12 @@ NodePtr Binder::bindTop(const Expression& top, const Scope& scope) {
 BoundOrder Binder::bindOrder(const OrderItem& item, const Scope& scope, BoundSelect& bound) {
   auto position = positionOf(*item.expression, bound.items.size());
   if (!position) position = itemNamed(*item.expression, bound.items);
-  if (position) return {positionNode(bound.items[*position], *position), item.descending};
+  if (position) {
+    refuseOuterKey(*bound.items[*position].node, scope);
+    return {positionNode(bound.items[*position], *position), item.descending};
+  }
   BoundValue value = bindValue(*item.expression, scope);
+  refuseOuterKey(*value.node, scope);
   if (bound.distinct) {
     const std::string text = emitNode(*value.node);
     for (std::size_t i = 0; i < bound.items.size(); ++i)

@@ -47,6 +47,26 @@ struct GroupCheck {
   }
 };
 
+bool hasSource(const Scope& scope, int id) {
+  return std::any_of(scope.sources.begin(), scope.sources.end(),
+                     [&](const Source& source) { return source.id == id; });
+}
+
+bool hasOuterSource(const Scope& scope, int id) {
+  for (const Scope* outer = scope.outer; outer != nullptr; outer = outer->outer)
+    if (hasSource(*outer, id)) return true;
+  return false;
+}
+
+// Calls `visit` with the source of every column below a node.
+template <typename Visit>
+void forEachColumn(const Node& node, Visit visit) {
+  walkNode(node, [&](const Node& part) {
+    if (const auto* column = std::get_if<ColumnNode>(&part.content)) visit(column->source);
+    return true;
+  });
+}
+
 }  // namespace
 
 std::string groupKey(const Node& node, const Plan& plan) {
@@ -70,6 +90,22 @@ void checkGrouping(const BoundSelect& select, const std::vector<BoundOrder>& ord
   for (const BoundItem& item : select.items) check(*item.node, inItems);
   if (select.having) check(*select.having, inHaving);
   for (const BoundOrder& one : order) check(*one.node, inOrder);
+}
+
+void refuseOuterKey(const Node& key, const Scope& scope) {
+  forEachColumn(key, [&](int source) {
+    if (hasOuterSource(scope, source)) failUnsupported("在子查询的 ORDER BY 中使用外层查询的列");
+  });
+}
+
+void refuseOuterAggregate(const Node& argument, const Scope& scope) {
+  bool own = false;
+  bool outer = false;
+  forEachColumn(argument, [&](int source) {
+    own = own || hasSource(scope, source);
+    outer = outer || hasOuterSource(scope, source);
+  });
+  if (outer && !own) failUnsupported("在子查询中对外层查询的列使用聚合");
 }
 
 }  // namespace goodsbook::engine

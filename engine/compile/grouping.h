@@ -17,4 +17,10 @@ std::string groupKey(const Node& node, const Plan& plan);
 void checkGrouping(const BoundSelect& select, const std::vector<BoundOrder>& order, const Scope& scope,
                    const std::vector<std::string>& keys, const Plan& plan);
 
+// SQLite sorts a subquery by its own columns only: refuses a key that speaks of a select around it.
+void refuseOuterKey(const Node& key, const Scope& scope);
+
+// Refuses an aggregate over columns of a select around this one alone: it would be that one's aggregate.
+void refuseOuterAggregate(const Node& argument, const Scope& scope);
+
 }  // namespace goodsbook::engine

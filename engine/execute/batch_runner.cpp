@@ -18,6 +18,7 @@ namespace {
 
 constexpr int raisedError = 50000;
 constexpr int leastErrorSeverity = 11;
+constexpr int highestSeverity = 25;
 
 bool writes(const Statement& statement) {
   if (const auto* block = std::get_if<Block>(&statement.node)) return engine::writes(block->statements);
@@ -141,7 +142,7 @@ void BatchRunner::raise(const RaiseError& raise, const Frame& frame) {
   for (const ExpressionPtr& argument : raise.arguments)
     arguments.push_back(constantValue(*argument, frame).value);
   Diagnostic diagnostic{.number = raisedError,
-                        .severity = whole(raise.severity),
+                        .severity = std::clamp(whole(raise.severity), 0, highestSeverity),
                         .state = whole(raise.state),
                         .line = 1,
                         .text = {}};

@@ -182,6 +182,7 @@ Value convertKind(const Value& value, SqlType from, SqlType to, const Conversion
 
 Value convertValue(const Value& value, SqlType from, SqlType to, const Conversion& conversion) {
   if (isNull(value) || to.kind == Kind::Null) return value;
+  requireConvertible(from, to, true);
   Value result = convertKind(value, from, to, conversion);
   if (to.kind == Kind::Text) return fitText(std::get<std::string>(std::move(result)), from, to, conversion);
   if (to.kind == Kind::Binary) return fitBytes(std::get<Bytes>(std::move(result)), to, conversion);

@@ -78,7 +78,7 @@ constexpr auto pairs = std::to_array<Pair>({
 class Lexer {
  public:
   Lexer(std::string_view batch, Script& script) : batch_(batch), script_(script) {
-    script_.tokens.reserve(batch.size() / 4 + 2);
+    script_.tokens.reserve(batch.size() / 3 + 16);
   }
 
   void run() {

@@ -81,6 +81,14 @@ const ErrorRow shapes[] = {
     {"a column that is not grouped by", "select dw_id,count(*) from D1003", 8120, {"dw_id"}},
     {"an aggregate in a condition", "select dw_id from D1003 where max(dw_id)='1'", 147, {}},
     {"an aggregate of an aggregate", "select max(count(*)) from D1003", 130, {}},
+    {"an aggregate of the select around",
+     "select dw_id from D1003 where dw_id=(select max(dw_id))",
+     40510,
+     {}},
+    {"an order by the select around",
+     "select dw_id from D1003 where dw_id=(select top 1 TM from D1801DWTM order by dw_id)",
+     40510,
+     {"ORDER BY"}},
     {"a sum of texts", "select sum(dw_id) from D1003", 8117, {"sum"}},
     {"an identity by hand", "insert into D1801DW(adw) values(1)", 544, {"D1801DW", "adw"}},
     {"an identity changed", "update D1801DW set adw=1", 8102, {"adw"}},
@@ -113,6 +121,8 @@ const ErrorRow values[] = {
     {"an argument twice", "exec SYS_DW @adw=1,@ADW=2", 8143, {"@ADW"}},
     {"too many arguments", "exec SYS_DW 1,2,3,4,5,6,7,8,9,10,11", 8144, {"SYS_DW"}},
     {"an argument that is none", "exec SYS_DW @adw='x'", 245, {"x"}},
+    {"bytes where a severity is needed", "raiserror('x',0x10,1)", 40510, {"varbinary"}},
+    {"an argument of bytes", "exec SYS_DW @adw=0x01", 40510, {"varbinary"}},
     {"an error that is raised", "raiserror('错误 %s 行 %d',16,1,'A''1',7)", 50000, {"错误 A'1 行 7"}},
 };
 
@@ -125,6 +135,12 @@ TEST(ErrorPlaceTest, TellsTheLineOfTheStatement) {
   EXPECT_EQ(session.run("select 1\nselect 2\n\nselect * from\nNOSUCH").error.value().line, 4);
   EXPECT_EQ(session.run("select 1;\r\nupdate D1003\r\nset dw_name=from").error.value().line, 3);
   EXPECT_EQ(session.run("begin\n  select 1\n  select 1/0\nend").error.value().line, 3);
+}
+
+TEST(ErrorPlaceTest, SeveritiesHaveBounds) {
+  Session session;
+  EXPECT_EQ(session.run("raiserror('x',99,1)").error.value().severity, 25);
+  EXPECT_EQ(session.run("raiserror('x',-1,1)").notices.at(0).severity, 0);
 }
 
 TEST(ErrorPlaceTest, NoticesEndNothing) {
