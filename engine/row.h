@@ -23,6 +23,7 @@ struct Column {
 };
 
 // The current row of a result. Values are read in place: what a view points at lives until the next row is fetched.
+// A null reads as 0 or as an empty text; isNull tells it from one.
 class Row {
  public:
   virtual ~Row() = default;

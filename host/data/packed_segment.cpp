@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cstring>
 #include <functional>
+#include <vector>
 
 namespace goodsbook {
 namespace {
 
-constexpr std::size_t nullBytes = segmentRows / 8;
 constexpr std::uint8_t eightBytes = 8;
 
 template <typename T>
@@ -38,10 +38,10 @@ std::uint64_t loadWide(const std::byte* from, std::uint32_t index, std::uint8_t 
   }
 }
 
-template <typename Source>
-void storeAll(std::byte* to, std::uint8_t width, std::uint32_t count, Source&& source) {
+void storeAll(std::byte* to, std::uint8_t width, std::span<const std::int64_t> values, std::uint64_t base) {
   const auto run = [&]<typename T>(T) {
-    for (std::uint32_t i = 0; i < count; ++i) store<T>(to, i, source(i));
+    for (std::uint32_t i = 0; i < values.size(); ++i)
+      store<T>(to, i, static_cast<std::uint64_t>(values[i]) - base);
   };
   switch (width) {
     case 1:
@@ -78,10 +78,14 @@ class Dictionary {
  public:
   static constexpr std::size_t limit = 255;
 
-  explicit Dictionary(const OpenSegment& open) : codes_(open.count) {
+  explicit Dictionary(std::span<const std::string_view> texts) : codes_(texts.size()) {
     std::array<std::uint16_t, 1024> slots{};
-    for (std::uint32_t row = 0; row < open.count; ++row) {
-      const auto text = open.text(row);
+    for (std::size_t row = 0; row < texts.size(); ++row) {
+      const auto text = texts[row];
+      if (row > 0 && text == texts[row - 1]) {
+        codes_[row] = codes_[row - 1];
+        continue;
+      }
       std::size_t slot = std::hash<std::string_view>{}(text) % slots.size();
       while (slots[slot] != 0 && entries_[slots[slot] - 1U] != text) slot = (slot + 1) % slots.size();
       if (slots[slot] == 0) {
@@ -97,7 +101,7 @@ class Dictionary {
 
   bool complete() const { return complete_; }
   const std::vector<std::uint8_t>& codes() const { return codes_; }
-  const std::vector<std::string_view>& entries() const { return entries_; }
+  std::span<const std::string_view> entries() const { return entries_; }
   std::size_t bytes() const { return bytes_; }
 
  private:
@@ -107,85 +111,71 @@ class Dictionary {
   bool complete_ = false;
 };
 
-}  // namespace
-
-void OpenSegment::clear() {
-  count = 0;
-  anyNull = false;
-  nulls.fill(0);
-  numbers.clear();
-  bytes.clear();
-  ends.clear();
-}
-
-PackedSegment::PackedSegment(const OpenSegment& open, std::size_t payload)
-    : size_(static_cast<std::uint32_t>((open.anyNull ? nullBytes : 0) + payload)),
-      values_(open.anyNull ? nullBytes : 0) {
-  if (size_ == 0) return;
-  data_ = std::make_shared_for_overwrite<std::byte[]>(size_);
-  if (open.anyNull) std::memcpy(data_.get(), open.nulls.data(), nullBytes);
-}
-
-PackedSegment PackedSegment::ofIntegers(const OpenSegment& open) {
-  const auto [least, most] = std::minmax_element(open.numbers.begin(), open.numbers.end());
-  const auto base = static_cast<std::uint64_t>(*least);
-  const std::uint8_t width = widthFor(static_cast<std::uint64_t>(*most) - base);
-  PackedSegment packed(open, std::size_t{width} * open.count);
-  packed.width_ = width;
-  packed.base_ = *least;
-  storeAll(packed.data_.get() + packed.values_, width, open.count,
-           [&](std::uint32_t i) { return static_cast<std::uint64_t>(open.numbers[i]) - base; });
-  return packed;
-}
-
-PackedSegment PackedSegment::ofFloats(const OpenSegment& open) {
-  const std::int64_t first = open.numbers.front();
-  const bool same =
-      std::all_of(open.numbers.begin(), open.numbers.end(), [=](auto bits) { return bits == first; });
-  const std::uint8_t width = same ? 0 : eightBytes;
-  PackedSegment packed(open, std::size_t{width} * open.count);
-  packed.width_ = width;
-  packed.base_ = same ? first : 0;
-  if (!same)
-    std::memcpy(packed.data_.get() + packed.values_, open.numbers.data(), open.count * sizeof(std::int64_t));
-  return packed;
-}
-
-PackedSegment PackedSegment::ofTexts(const OpenSegment& open) {
-  const Dictionary dictionary(open);
-  const std::size_t plain = std::size_t{widthOfEnds(open.bytes.size())} * open.count + open.bytes.size();
-  const std::size_t codeWidth = dictionary.entries().size() > 1 ? 1 : 0;
-  const std::size_t coded = codeWidth * open.count + dictionary.bytes() +
-                            widthOfEnds(dictionary.bytes()) * dictionary.entries().size();
-  if (!dictionary.complete() || plain <= coded) {
-    PackedSegment packed(open, plain);
-    packed.width_ = widthOfEnds(open.bytes.size());
-    packed.entries_ = static_cast<std::uint16_t>(open.count);
-    std::byte* ends = packed.data_.get() + packed.values_;
-    storeAll(ends, packed.width_, open.count, [&](std::uint32_t i) { return open.ends[i]; });
-    std::memcpy(ends + std::size_t{packed.width_} * open.count, open.bytes.data(), open.bytes.size());
-    return packed;
-  }
-  PackedSegment packed(open, coded);
-  packed.dictionary_ = true;
-  packed.codeWidth_ = static_cast<std::uint8_t>(codeWidth);
-  packed.width_ = widthOfEnds(dictionary.bytes());
-  packed.entries_ = static_cast<std::uint16_t>(dictionary.entries().size());
-  // Ends, texts, codes: the ends begin where a plain segment has them.
-  std::byte* ends = packed.data_.get() + packed.values_;
-  std::byte* texts = ends + std::size_t{packed.width_} * packed.entries_;
+// Writes where each text ends and, behind that, the texts; gives the place behind them.
+std::byte* storeTexts(std::byte* to, std::uint8_t width, std::span<const std::string_view> texts) {
+  std::byte* bytes = to + width * texts.size();
   std::uint32_t end = 0;
-  for (std::uint32_t i = 0; i < packed.entries_; ++i) {
-    const auto text = dictionary.entries()[i];
-    std::memcpy(texts + end, text.data(), text.size());
-    end += static_cast<std::uint32_t>(text.size());
-    if (packed.width_ == 2) {
-      store<std::uint16_t>(ends, i, end);
+  for (std::uint32_t i = 0; i < texts.size(); ++i) {
+    if (!texts[i].empty()) std::memcpy(bytes + end, texts[i].data(), texts[i].size());
+    end += static_cast<std::uint32_t>(texts[i].size());
+    if (width == 2) {
+      store<std::uint16_t>(to, i, end);
     } else {
-      store<std::uint32_t>(ends, i, end);
+      store<std::uint32_t>(to, i, end);
     }
   }
-  if (codeWidth != 0) std::memcpy(texts + end, dictionary.codes().data(), open.count);
+  return bytes + end;
+}
+
+}  // namespace
+
+PackedSegment::PackedSegment(const NullBits& nulls, std::size_t payload)
+    : size_(static_cast<std::uint32_t>((nulls.any ? sizeof(nulls.words) : 0) + payload)),
+      values_(nulls.any ? sizeof(nulls.words) : 0) {
+  if (size_ == 0) return;
+  data_ = std::make_shared_for_overwrite<std::byte[]>(size_);
+  if (nulls.any) std::memcpy(data_.get(), nulls.words.data(), sizeof(nulls.words));
+}
+
+PackedSegment PackedSegment::ofIntegers(std::span<const std::int64_t> values, const NullBits& nulls) {
+  const auto [least, most] = std::minmax_element(values.begin(), values.end());
+  const auto base = static_cast<std::uint64_t>(*least);
+  const std::uint8_t width = widthFor(static_cast<std::uint64_t>(*most) - base);
+  PackedSegment packed(nulls, width * values.size());
+  packed.width_ = width;
+  packed.base_ = *least;
+  storeAll(packed.payload(), width, values, base);
+  return packed;
+}
+
+PackedSegment PackedSegment::ofFloats(std::span<const std::int64_t> bits, const NullBits& nulls) {
+  const bool same =
+      std::all_of(bits.begin(), bits.end(), [&](std::int64_t value) { return value == bits.front(); });
+  PackedSegment packed(nulls, same ? 0 : bits.size_bytes());
+  packed.width_ = same ? 0 : eightBytes;
+  packed.base_ = same ? bits.front() : 0;
+  if (!same) std::memcpy(packed.payload(), bits.data(), bits.size_bytes());
+  return packed;
+}
+
+PackedSegment PackedSegment::ofTexts(std::span<const std::string_view> texts, const NullBits& nulls) {
+  const Dictionary dictionary(texts);
+  std::size_t bytes = 0;
+  for (const auto text : texts) bytes += text.size();
+  const auto entries = dictionary.entries();
+  const std::uint8_t codeWidth = entries.size() > 1 ? 1 : 0;
+  const std::size_t plain = widthOfEnds(bytes) * texts.size() + bytes;
+  const std::size_t coded =
+      widthOfEnds(dictionary.bytes()) * entries.size() + dictionary.bytes() + codeWidth * texts.size();
+  const bool codes = dictionary.complete() && coded < plain;
+
+  PackedSegment packed(nulls, codes ? coded : plain);
+  packed.dictionary_ = codes;
+  packed.codeWidth_ = codeWidth;
+  packed.width_ = widthOfEnds(codes ? dictionary.bytes() : bytes);
+  packed.entries_ = static_cast<std::uint16_t>(codes ? entries.size() : texts.size());
+  std::byte* behind = storeTexts(packed.payload(), packed.width_, codes ? entries : texts);
+  if (codes && codeWidth != 0) std::memcpy(behind, dictionary.codes().data(), texts.size());
   return packed;
 }
 

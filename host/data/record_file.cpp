@@ -77,6 +77,7 @@ class FileRow : public engine::Row {
       quint8 present = 0;
       in >> present;
       auto& cell = cells_[i];
+      cell = Cell();
       cell.null = present == 0;
       if (cell.null) continue;
       if (isBytes(fields_[i].type)) {

@@ -1,6 +1,7 @@
 #include "host/data/row_table.h"
 
 #include <QDateTime>
+#include <bit>
 #include <utility>
 
 #include "host/data/field_value.h"
@@ -40,18 +41,66 @@ Cell cellOf(FieldType type, const QVariant& stored) {
 
 }  // namespace
 
-RowTable::RowTable(std::vector<Field> fields) : fields_(std::move(fields)) {
-  columns_.reserve(fields_.size());
-  for (const auto& field : fields_) columns_.emplace_back(field.type);
+RowTable::RowTable(std::vector<Field> fields) : fields_(std::move(fields)), columns_(fields_.size()) {
+  std::vector<FieldType> types;
+  for (const auto& field : fields_) types.push_back(field.type);
+  buffer_ = RowBuffer(std::move(types));
 }
 
 void RowTable::appendLoaded(const engine::Row& row) {
-  for (std::size_t i = 0; i < columns_.size(); ++i) columns_[i].append(row, static_cast<int>(i));
-  ++loaded_;
+  if (buffer_.count() == segmentRows) pack();
+  buffer_.append(row);
 }
 
 void RowTable::finishLoad() {
-  for (auto& column : columns_) column.finish();
+  if (buffer_.count() > 0) pack();
+  buffer_ = RowBuffer();
+  for (auto& column : columns_) column.shrink_to_fit();
+}
+
+void RowTable::pack() {
+  const std::uint32_t count = buffer_.count();
+  std::vector<std::int64_t> numbers(count);
+  std::vector<std::string_view> texts(count);
+  for (std::uint32_t column = 0; column < fields_.size(); ++column) {
+    const FieldType type = fields_[column].type;
+    const bool isText = type == FieldType::Text || type == FieldType::Blob;
+    NullBits nulls;
+    for (std::uint32_t row = 0; row < count; ++row) {
+      if (isText) {
+        texts[row] = buffer_.text(row, column);
+      } else {
+        numbers[row] = buffer_.number(row, column);
+      }
+    }
+    if (buffer_.hasNulls(column)) {
+      for (std::uint32_t row = 0; row < count; ++row) {
+        if (!buffer_.isNull(row, column)) continue;
+        nulls.set(row);
+        if (row > 0) numbers[row] = numbers[row - 1];  // so that a null widens nothing
+      }
+    }
+    columns_[column].push_back(isText                     ? PackedSegment::ofTexts(texts, nulls)
+                               : type == FieldType::Float ? PackedSegment::ofFloats(numbers, nulls)
+                                                          : PackedSegment::ofIntegers(numbers, nulls));
+  }
+  packed_ += count;
+  buffer_.clear();
+}
+
+bool RowTable::isLoadedNull(RowRef row, std::size_t field) const {
+  if (row < packed_) return columns_[field][row >> segmentShift].isNull(row & segmentMask);
+  return buffer_.isNull(row - packed_, static_cast<std::uint32_t>(field));
+}
+
+std::int64_t RowTable::loadedNumber(RowRef row, std::size_t field) const {
+  if (row < packed_) return columns_[field][row >> segmentShift].number(row & segmentMask);
+  return buffer_.number(row - packed_, static_cast<std::uint32_t>(field));
+}
+
+std::string_view RowTable::loadedText(RowRef row, std::size_t field) const {
+  if (row < packed_) return columns_[field][row >> segmentShift].text(row & segmentMask);
+  return buffer_.text(row - packed_, static_cast<std::uint32_t>(field));
 }
 
 void RowTable::settleTypedNumbers() {
@@ -70,7 +119,7 @@ const RowTable::Values* RowTable::editsOf(RowRef row) const {
 bool RowTable::isNull(RowRef row, int field) const {
   const auto index = static_cast<std::size_t>(field);
   if (const auto* edits = editsOf(row)) return !(*edits)[index].isValid();
-  return (row & addedBit) != 0 || columns_[index].isNull(row);
+  return (row & addedBit) != 0 || isLoadedNull(row, index);
 }
 
 Cell RowTable::cell(RowRef row, int field) const {
@@ -78,19 +127,18 @@ Cell RowTable::cell(RowRef row, int field) const {
   const FieldType type = fields_[index].type;
   if (const auto* edits = editsOf(row)) return cellOf(type, (*edits)[index]);
   Cell cell;
-  const auto& column = columns_[index];
-  if ((row & addedBit) != 0 || column.isNull(row)) return cell;
+  if ((row & addedBit) != 0 || isLoadedNull(row, index)) return cell;
   cell.null = false;
   switch (type) {
     case FieldType::Float:
-      cell.real = column.real(row);
+      cell.real = std::bit_cast<double>(loadedNumber(row, index));
       break;
     case FieldType::Text:
     case FieldType::Blob:
-      cell.bytes = column.bytes(row);
+      cell.bytes = loadedText(row, index);
       break;
     default:
-      cell.integer = column.integer(row);
+      cell.integer = loadedNumber(row, index);
       break;
   }
   return cell;
@@ -99,23 +147,22 @@ Cell RowTable::cell(RowRef row, int field) const {
 QVariant RowTable::stored(RowRef row, int field) const {
   const auto index = static_cast<std::size_t>(field);
   if (const auto* edits = editsOf(row)) return (*edits)[index];
-  const auto& column = columns_[index];
-  if ((row & addedBit) != 0 || column.isNull(row)) return {};
+  if ((row & addedBit) != 0 || isLoadedNull(row, index)) return {};
   switch (fields_[index].type) {
     case FieldType::Integer:
-      return static_cast<qlonglong>(column.integer(row));
+      return static_cast<qlonglong>(loadedNumber(row, index));
     case FieldType::Boolean:
-      return column.integer(row) != 0;
+      return loadedNumber(row, index) != 0;
     case FieldType::DateTime:
-      return toDateTime(column.integer(row));
+      return toDateTime(loadedNumber(row, index));
     case FieldType::Float:
-      return column.real(row);
+      return std::bit_cast<double>(loadedNumber(row, index));
     case FieldType::Text: {
-      const auto text = column.bytes(row);
+      const auto text = loadedText(row, index);
       return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     }
     case FieldType::Blob: {
-      const auto bytes = column.bytes(row);
+      const auto bytes = loadedText(row, index);
       return QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size()));
     }
   }
@@ -130,8 +177,11 @@ RowTable::Values RowTable::values(RowRef row) const {
 }
 
 std::size_t RowTable::memoryBytes() const {
-  std::size_t total = 0;
-  for (const auto& column : columns_) total += column.memoryBytes();
+  std::size_t total = buffer_.memoryBytes();
+  for (const auto& column : columns_) {
+    total += column.capacity() * sizeof(PackedSegment);
+    for (const auto& segment : column) total += segment.memoryBytes();
+  }
   constexpr std::size_t nodeBytes = 48;
   return total + edited_.size() * (nodeBytes + fields_.size() * sizeof(QVariant));
 }

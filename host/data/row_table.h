@@ -7,8 +7,9 @@
 #include <unordered_map>
 #include <vector>
 
-#include "host/data/column_store.h"
 #include "host/data/field.h"
+#include "host/data/packed_segment.h"
+#include "host/data/row_buffer.h"
 
 namespace goodsbook {
 
@@ -41,7 +42,7 @@ class RowTable {
 
   void appendLoaded(const engine::Row& row);
   void finishLoad();
-  std::uint32_t loadedCount() const { return loaded_; }
+  std::uint32_t loadedCount() const { return packed_ + buffer_.count(); }
 
   RowRef newRow() { return addedBit | added_++; }
   void put(RowRef row, Values values) { edited_.insert_or_assign(row, std::move(values)); }
@@ -59,10 +60,15 @@ class RowTable {
 
  private:
   const Values* editsOf(RowRef row) const;
+  void pack();
+  bool isLoadedNull(RowRef row, std::size_t field) const;
+  std::int64_t loadedNumber(RowRef row, std::size_t field) const;
+  std::string_view loadedText(RowRef row, std::size_t field) const;
 
   std::vector<Field> fields_;
-  std::vector<ColumnStore> columns_;
-  std::uint32_t loaded_ = 0;
+  std::vector<std::vector<PackedSegment>> columns_;  // by field
+  std::uint32_t packed_ = 0;                         // rows in them
+  RowBuffer buffer_;                                 // rows behind them
   std::uint32_t added_ = 0;
   std::unordered_map<RowRef, Values> edited_;
 };

@@ -16,7 +16,7 @@ target_sources(goodsbookhost PRIVATE
   data/field_value.cpp data/field_value.h
   data/text_fold.cpp data/text_fold.h
   data/packed_segment.cpp data/packed_segment.h
-  data/column_store.cpp data/column_store.h
+  data/row_buffer.cpp data/row_buffer.h
   data/row_table.cpp data/row_table.h
   data/row_order.cpp data/row_order.h
   data/sort_rows.cpp data/sort_rows.h

@@ -1,6 +1,7 @@
 #include "host/data/text_fold.h"
 
 #include <QChar>
+#include <QList>
 #include <QString>
 #include <algorithm>
 

@@ -20,11 +20,15 @@ class MemoryRow : public engine::Row {
  public:
   explicit MemoryRow(std::vector<Value> values) : values_(std::move(values)) {}
   bool isNull(int column) const override { return at(column).index() == 0; }
-  std::int64_t integer(int column) const override { return std::get<std::int64_t>(at(column)); }
-  double real(int column) const override { return std::get<double>(at(column)); }
-  std::string_view text(int column) const override { return std::get<std::string>(at(column)); }
+  std::int64_t integer(int column) const override {
+    return isNull(column) ? 0 : std::get<std::int64_t>(at(column));
+  }
+  double real(int column) const override { return isNull(column) ? 0 : std::get<double>(at(column)); }
+  std::string_view text(int column) const override {
+    return isNull(column) ? std::string_view() : std::get<std::string>(at(column));
+  }
   std::span<const std::byte> blob(int column) const override {
-    const auto& bytes = std::get<std::string>(at(column));
+    const auto bytes = text(column);
     return std::as_bytes(std::span(bytes.data(), bytes.size()));
   }
 
