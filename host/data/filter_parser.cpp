@@ -151,7 +151,6 @@ FilterParser::Node FilterParser::condition() {
     node->kind = FilterNode::Kind::Like;
     if (!operand(node->b) || node->b.field >= 0 || node->b.type != FieldType::Text) return nullptr;
     if (node->a.field < 0 || node->a.type != FieldType::Text) return nullptr;
-    node->b.text = std::exchange(node->b.text, {});
     std::string folded;
     foldText(node->b.text, folded);
     node->b.text = std::move(folded);

@@ -92,8 +92,17 @@ QString drawNumber(Database& database, const QString& moduleCode, const QString&
   Transaction transaction(database);
   const QString line = u" where MODULE=%1 and PREFIX=%2 and SERIAL_LENGTH=%3"_s.arg(
       textLiteral(moduleCode), textLiteral(prefix), QString::number(digits));
-  const auto found = read(database, u"select LAST_NO from SYS_NOID"_s + line);
-  qint64 serial = (found.empty() ? 0 : found.front().toLongLong()) + 1;
+  // Counting up before reading makes a server, too, let one program in at a time.
+  const SqlSets counted =
+      runSql(database, u"update SYS_NOID set LAST_NO=LAST_NO+1"_s + line, Database::Permission::Screens);
+  if (counted.counts.at(0) == 0) {
+    runSql(database,
+           u"insert into SYS_NOID (MODULE,PREFIX,SERIAL_LENGTH,LAST_NO) values (%1,%2,%3,1)"_s.arg(
+               textLiteral(moduleCode), textLiteral(prefix), QString::number(digits)),
+           Database::Permission::Screens);
+  }
+  const qint64 next = read(database, u"select LAST_NO from SYS_NOID"_s + line).at(0).toLongLong();
+  qint64 serial = next;
   QString number;
   if (digits > 0) {
     if (const auto* key = keyOf(moduleCode)) serial = firstFree(database, *key, prefix, digits, serial);
@@ -106,13 +115,9 @@ QString drawNumber(Database& database, const QString& moduleCode, const QString&
   } else {
     number = prefix + now.toString(u"yyMM") + numberText(serial, monthlySerialDigits);
   }
-  runSql(database,
-         found.empty()
-             ? u"insert into SYS_NOID (MODULE,PREFIX,SERIAL_LENGTH,LAST_NO) values (%1,%2,%3,%4)"_s.arg(
-                   textLiteral(moduleCode), textLiteral(prefix), QString::number(digits),
-                   QString::number(serial))
-             : u"update SYS_NOID set LAST_NO=%1"_s.arg(serial) + line,
-         Database::Permission::Screens);
+  if (serial != next) {
+    runSql(database, u"update SYS_NOID set LAST_NO=%1"_s.arg(serial) + line, Database::Permission::Screens);
+  }
   transaction.commit();
   return number;
 }

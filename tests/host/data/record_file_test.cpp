@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
+#include <cstdio>
 #include <stdexcept>
 
 #include "tests/host/data/sample_rows.h"
@@ -17,6 +20,8 @@ using test::column;
 using test::loadUnits;
 using test::MemoryRow;
 using test::null;
+
+constexpr char savedFile[] = "GOODSBOOK_TEST_SAVED";
 
 class RecordFileTest : public ::testing::Test {
  protected:
@@ -159,6 +164,41 @@ TEST_F(RecordFileTest, AFolderThatIsMissingIsTold) {
   RecordSet rows;
   loadUnits(rows, {"A"});
   EXPECT_THROW(rows.saveToFile(folder_.filePath(u"none/KRTZ"_s)), std::runtime_error);
+}
+
+// The program of the test below that is killed; does nothing when it is not told a file.
+TEST(RecordFile, DISABLED_SaveForEver) {
+  const QString path = qEnvironmentVariable(savedFile);
+  if (path.isEmpty()) return;
+  RecordSet rows;
+  loadUnits(rows, std::vector<std::string>(5000, "A"));
+  for (;;) {
+    rows.saveToFile(path);
+    std::puts("saved");
+    std::fflush(stdout);
+  }
+}
+
+TEST_F(RecordFileTest, AProgramKilledWhileItSavesLeavesAWholeFile) {
+  for (int round = 0; round < 3; ++round) {
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QString::fromLatin1(savedFile), path());
+    program.setProcessEnvironment(environment);
+    program.start(
+        QCoreApplication::applicationFilePath(),
+        {u"--gtest_also_run_disabled_tests"_s, u"--gtest_filter=RecordFile.DISABLED_SaveForEver"_s});
+    QByteArray told;
+    while (told.count("saved") <= round) {
+      ASSERT_TRUE(program.waitForReadyRead(60'000));
+      told += program.readAllStandardOutput();
+    }
+    program.kill();
+    ASSERT_TRUE(program.waitForFinished(60'000));
+    RecordSet rows;
+    rows.loadFromFile(path());
+    EXPECT_EQ(rows.rowCount(), 5000);
+  }
 }
 
 }  // namespace
