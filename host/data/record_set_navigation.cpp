@@ -117,7 +117,10 @@ void RecordSet::prior() {
 void RecordSet::moveTo(int row) {
   if (isEmpty()) return;
   const int target = std::clamp(row, 0, rowCount() - 1);
-  if (target == currentRow()) return;  // nothing is left, so nothing is posted
+  if (target == currentRow()) {  // nothing is left, so nothing is posted
+    d_->setCurrent(target);
+    return;
+  }
   const RowRef ref = d_->rows().at(target);
   d_->leaveEdit();
   if (isEmpty()) return;

@@ -219,6 +219,18 @@ TEST(RecordSet, MovingAwayPostsWhatWasChanged) {
   EXPECT_EQ(column(rows, u"dw_id"_s), u"X B"_s);
 }
 
+TEST(RecordSet, MovingToTheCurrentRowPostsNothing) {
+  RecordSet rows;
+  loadUnits(rows, {"A", "B"});
+  rows.last();
+  rows.next();
+  rows.moveTo(1);
+  EXPECT_FALSE(rows.eof());
+  rows.setValue(u"dw_id"_s, u"X"_s);
+  rows.moveTo(1);
+  EXPECT_EQ(rows.state(), RecordSet::State::Edit);
+}
+
 TEST(RecordSet, MovingAwayFromAnUntouchedNewRowDropsIt) {
   RecordSet rows;
   loadUnits(rows, {"A", "B"});
