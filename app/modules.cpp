@@ -53,6 +53,15 @@ const std::vector<ModuleGroup>& moduleGroups() {
   return groups;
 }
 
+const Module* findModule(int number) {
+  for (const ModuleGroup& group : moduleGroups()) {
+    for (const Module& module : group.modules) {
+      if (module.number == number) return &module;
+    }
+  }
+  return nullptr;
+}
+
 std::vector<const Module*> findModules(const QString& text) {
   const QString wanted = text.trimmed();
   std::vector<std::pair<int, const Module*>> found;

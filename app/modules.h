@@ -19,6 +19,7 @@ struct ModuleGroup {
 };
 
 const std::vector<ModuleGroup>& moduleGroups();
+const Module* findModule(int number);  // null when the menu has none of this number
 
 // Modules that a search text means, best first: by number, by words of the name, by the initials of its
 // pinyin. All of them for an empty text.

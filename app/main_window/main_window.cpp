@@ -11,6 +11,7 @@
 
 #include "app/main_window/navigation_pane.h"
 #include "app/master_data.h"
+#include "app/modules.h"
 #include "app/settings.h"
 #include "host/U_function.h"
 #include "host/U_glo.h"
@@ -131,7 +132,8 @@ std::vector<TFrm_Base*> MainWindow::screens() const {
 void MainWindow::place(TFrm_Base* screen) {
   screen->setWindowFlags(Qt::Widget);
   const QString caption = screen->windowTitle().trimmed();
-  const int index = tabs_->addTab(screen, screen->windowIcon(), caption);
+  const Module* module = findModule(screen->Tag);
+  const int index = tabs_->addTab(screen, module ? QIcon::fromTheme(module->icon) : QIcon(), caption);
   tabs_->setTabToolTip(index, tr("%1 %2（Ctrl+W 关闭）").arg(screen->Tag).arg(caption));
   tabs_->setCurrentIndex(index);
   screen->show();
@@ -150,12 +152,21 @@ void MainWindow::goToTab(int step) {
   if (count > 0) tabs_->setCurrentIndex((tabs_->currentIndex() + step + count) % count);
 }
 
-void MainWindow::closeTab(int index) {
-  if (QWidget* page = tabs_->widget(index)) page->close();
+// In front, so that the screen may ask its user and closes as a window that shows.
+bool MainWindow::closeScreen(QWidget* screen) {
+  tabs_->setCurrentWidget(screen);
+  return screen->close();
 }
 
-void MainWindow::closeAllTabs() {
-  for (TFrm_Base* screen : screens()) screen->close();
+void MainWindow::closeTab(int index) {
+  if (QWidget* page = tabs_->widget(index)) closeScreen(page);
+}
+
+bool MainWindow::closeAllTabs() {
+  for (TFrm_Base* screen : screens()) {
+    if (!closeScreen(screen)) return false;
+  }
+  return true;
 }
 
 void MainWindow::tabsChanged() {
@@ -177,11 +188,10 @@ void MainWindow::keepPlace() {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
   keepPlace();
-  closeAllTabs();
-  if (tabs_->count() > 0) {
-    event->ignore();
-  } else {
+  if (closeAllTabs()) {
     QMainWindow::closeEvent(event);
+  } else {
+    event->ignore();
   }
 }
 

@@ -49,7 +49,8 @@ class MainWindow : public QMainWindow, public ScreenFrame {
   void listWindows(QMenu* menu);
   void goToTab(int step);
   void closeTab(int index);
-  void closeAllTabs();
+  bool closeScreen(QWidget* screen);
+  bool closeAllTabs();  // false when one stays open
   void tabsChanged();
   void showHelp();
   void showAbout();

@@ -87,7 +87,9 @@ void LogInWindow::build() {
 
   auto* form = new QFormLayout;
   form->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  form->addRow(tr("数据库(&D)"), databaseRow);
+  auto* databaseLabel = new QLabel(tr("数据库(&D)"), this);
+  databaseLabel->setBuddy(database_);
+  form->addRow(databaseLabel, databaseRow);
   form->addRow(tr("用户(&U)"), user_);
   form->addRow(tr("密码(&P)"), password_);
 

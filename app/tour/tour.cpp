@@ -8,8 +8,12 @@
 #include "app/appearance.h"
 #include "app/driver/driver.h"
 #include "app/driver/elements.h"
+#include "app/main_window/about_box.h"
 #include "app/main_window/main_window.h"
 #include "app/modules.h"
+#include "app/sign_in/password_dialog.h"
+#include "host/U_glo.h"
+#include "host/session.h"
 
 using namespace Qt::StringLiterals;
 
@@ -54,6 +58,7 @@ void Tour::visitModule(int module) {
     opened = screen && screen->Tag == module;
   });
   if (!opened) return;
+  opened_ << module;
   const QString name = QString::number(module);
   for (const QJsonValue& element : send({{u"cmd"_s, u"elements"_s}})["elements"_L1].toArray()) {
     if (element["name"_L1] == "DBGridEh"_L1)
@@ -112,7 +117,7 @@ void Tour::closeFront() {
 }
 
 void Tour::picturesOfWindow() {
-  for (const int module : {101, 103, 104, 113}) {
+  for (const int module : opened_.mid(0, 4)) {
     onGui([&] { window_.openModule(module); });
     send({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 50}});
   }
@@ -120,10 +125,16 @@ void Tour::picturesOfWindow() {
   resize(small);
   onGui([&] { pictureOf(window_, u"main-tabs-small"_s); });
   resize(usual);
+  onGui([] { setColours(u"dark"_s); });
+  send({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 50}});
+  onGui([&] { pictureOf(window_, u"main-tabs-dark"_s); });
   onGui([&] {
-    setColours(u"dark"_s);
-    pictureOf(window_, u"main-tabs-dark"_s);
+    AboutBox about(Session::current().database().displayName(), &window_);
     setColours({});
+    pictureOf(about, u"about"_s);
+    PasswordDialog password(Session::current().database(), G_UserId, {}, PasswordDialog::tr("取消"),
+                            &window_);
+    pictureOf(password, u"password"_s);
   });
 }
 

@@ -43,6 +43,7 @@ class Tour {
   MainWindow& window_;
   QDir folder_;
   DriverClient client_;
+  QList<int> opened_;  // modules that have a screen
   QStringList pictures_;
   QStringList problems_;
 };

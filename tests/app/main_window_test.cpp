@@ -145,6 +145,17 @@ TEST_F(MainWindowTest, SizeAndPaneAreRememberedInTheProgramsFolder) {
   });
 }
 
+TEST_F(MainWindowTest, ClosingTheWindowClosesAllItsTabs) {
+  showWindow();
+  openModule(103);
+  openModule(124);
+  openModule(125);
+  onGui([this] { EXPECT_TRUE(window_->close()); });
+  done({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 0}});
+  EXPECT_EQ(tabs(), QStringList());
+  EXPECT_EQ(frontClass(), u""_s);
+}
+
 TEST_F(MainWindowTest, TheStatusLineSaysWhoWorksWhere) {
   onGui([] { G_CkName = u"总仓"_s; });
   showWindow();

@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 
 #include "app/driver/driver.h"
+#include "host/lookup/pickers.h"
 
 using namespace Qt::StringLiterals;
 
@@ -90,10 +91,14 @@ void SampleScreen::buildDialog() {
   dialog->setWindowTitle(u"样例对话框"_s);
   auto* edit = new TCustomDBEditEh(dialog);
   edit->setObjectName(u"Edit9"_s);
+  auto* category = new TExtEdit(dialog);
+  category->setObjectName(u"CLASS_ID"_s);
+  (new TFrm_Sys_LINK_CL(dialog))->init(category);
   auto* ok = new QPushButton(u"确定"_s, dialog);
   ok->setObjectName(u"btn_ok"_s);
   auto* layout = new QVBoxLayout(dialog);
   layout->addWidget(edit);
+  layout->addWidget(category);
   layout->addWidget(ok);
   connect(ok, &QPushButton::clicked, dialog, &QDialog::accept);
 }

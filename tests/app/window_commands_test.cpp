@@ -74,6 +74,38 @@ TEST_F(WindowCommands, CloseClosesAndWithoutWindowsCommandsSaySo) {
   EXPECT_NE(refused({{u"cmd"_s, u"elements"_s}}), u""_s);
 }
 
+class Pickers : public SampleScreenTest {
+ protected:
+  void openPicker() {
+    sql(u"insert into D1004 values ('01',N'食品','','Z','SP'),('02',N'百货','','Z','BH')"_s);
+    act(u"Act_Add"_s);
+    click(u"CLASS_ID.button"_s);
+    ASSERT_EQ(frontClass(), u"TFrm_Sys_LINK_CL"_s);
+  }
+};
+
+TEST_F(Pickers, TheButtonInAnEditDropsAWindowOfItsOwn) {
+  openPicker();
+  const QJsonArray open = done({{u"cmd"_s, u"screens"_s}})["screens"_L1].toArray();
+  EXPECT_EQ(open.size(), 3);
+  EXPECT_EQ(rows(u"DBGridEh"_s).size(), 2);
+}
+
+TEST_F(Pickers, ReturnTakesTheRowThatTheSearchFound) {
+  openPicker();
+  type(u"Edit1"_s, u"bh"_s);
+  press(u"Return"_s);
+  EXPECT_EQ(frontClass(), u"TFrm_Base"_s);
+  EXPECT_EQ(text(u"CLASS_ID"_s), u"02"_s);
+}
+
+TEST_F(Pickers, EscClosesThePickerAndNotTheDialog) {
+  openPicker();
+  press(u"Esc"_s);
+  EXPECT_EQ(frontClass(), u"TFrm_Base"_s);
+  EXPECT_EQ(text(u"CLASS_ID"_s), u""_s);
+}
+
 TEST_F(WindowCommands, ScreenshotsAreOfTheWindowOrOneElement) {
   const QString path = folder() + u"/shot.png"_s;
   done({{u"cmd"_s, u"screenshot"_s}, {u"path"_s, path}});
