@@ -1,6 +1,9 @@
 #include "app/appearance.h"
 
 #include <QApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
 #include <QFontDatabase>
 #include <QIcon>
 #include <QLibraryInfo>
@@ -61,11 +64,33 @@ QPalette darkPalette() {
   palette.setColor(QPalette::PlaceholderText, QColor(161, 169, 177));
   palette.setColor(QPalette::Link, accent);
   palette.setColor(QPalette::Highlight, accent);
+  palette.setColor(QPalette::Light, QColor(70, 76, 82));
+  palette.setColor(QPalette::Midlight, QColor(58, 63, 68));
+  palette.setColor(QPalette::Mid, QColor(36, 40, 43));
+  palette.setColor(QPalette::Dark, QColor(24, 27, 29));
+  palette.setColor(QPalette::Shadow, QColor(10, 11, 12));
   palette.setColor(QPalette::HighlightedText, base);
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
     palette.setColor(QPalette::Disabled, role, QColor(110, 117, 123));
   }
   return palette;
+}
+
+// Whether the desktop prefers dark windows; desktops tell it under a name that they have in common.
+bool systemIsDark() {
+  constexpr int patienceMs = 300;
+  constexpr uint preferDark = 1;
+  const QDBusConnection bus = QDBusConnection::sessionBus();
+  if (!bus.isConnected()) return false;
+  QDBusMessage question = QDBusMessage::createMethodCall(u"org.freedesktop.portal.Desktop"_s,
+                                                         u"/org/freedesktop/portal/desktop"_s,
+                                                         u"org.freedesktop.portal.Settings"_s, u"Read"_s);
+  question << u"org.freedesktop.appearance"_s << u"color-scheme"_s;
+  const QDBusMessage reply = bus.call(question, QDBus::Block, patienceMs);
+  if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) return false;
+  QVariant value = reply.arguments().constFirst();
+  while (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
+  return value.toUInt() == preferDark;
 }
 
 }  // namespace
@@ -91,7 +116,8 @@ void setUpAppearance() {
 }
 
 void setColours(const QString& scheme) {
-  if (scheme == "dark"_L1) {
+  const bool follows = scheme.isEmpty() && !isDark(QApplication::palette());
+  if (scheme == "dark"_L1 || (follows && systemIsDark())) {
     QApplication::setPalette(darkPalette());
   } else if (scheme == "light"_L1) {
     QApplication::setPalette(QStyleFactory::create(u"Fusion"_s)->standardPalette());

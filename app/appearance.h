@@ -12,7 +12,7 @@ void choosePlatform();
 // Style, icons, fonts and the Chinese texts of Qt itself, for every part of the program that shows windows.
 void setUpAppearance();
 
-// Light or dark colours whatever the system says; empty: as the system. Values "light", "dark".
+// Light or dark colours whatever the system says; empty: as the system prefers. Values "light", "dark".
 void setColours(const QString& scheme);
 
 }  // namespace goodsbook

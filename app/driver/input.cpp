@@ -12,6 +12,7 @@
 #include <QScrollArea>
 #include <QStyle>
 #include <QStyleOptionButton>
+#include <QTabWidget>
 #include <QtTest/QTest>
 
 #include "app/driver/command.h"
@@ -31,8 +32,8 @@ void sendKey(QWidget* target, Qt::Key key, const QString& text, Qt::KeyboardModi
 // The key and the text of one typed character.
 void typeCharacter(QWidget* target, char32_t character) {
   if (character == U'\n') {
-    // In boxes of several lines Enter alone goes on to the next field.
-    sendKey(target, Qt::Key_Return, u"\r"_s, Qt::ControlModifier);
+    // Enter alone goes on to the next field; with Shift it is a new line in every box of several lines.
+    sendKey(target, Qt::Key_Return, u"\r"_s, Qt::ShiftModifier);
     return;
   }
   const QString text = QString::fromUcs4(&character, 1);
@@ -104,6 +105,16 @@ void scrollIntoView(QWidget& element) {
   }
 }
 
+// An element on a page behind another tab: a user turns to that page first.
+void bringPageUp(const QWidget& element) {
+  for (const QWidget* page = &element; page && !page->isWindow(); page = page->parentWidget()) {
+    auto* tabs =
+        page->parentWidget() ? qobject_cast<QTabWidget*>(page->parentWidget()->parentWidget()) : nullptr;
+    const int index = tabs ? tabs->indexOf(page) : -1;
+    if (index >= 0 && tabs->isTabEnabled(index)) tabs->setCurrentIndex(index);
+  }
+}
+
 }  // namespace
 
 void activate(QWidget& window) {
@@ -115,6 +126,7 @@ void activate(QWidget& window) {
 }
 
 void requireUsable(const QWidget& element) {
+  bringPageUp(element);
   if (!element.isVisible()) throw CommandError(DriverTexts::tr("元素 %1 不可见").arg(element.objectName()));
   if (!element.isEnabled()) throw CommandError(DriverTexts::tr("元素 %1 不可用").arg(element.objectName()));
 }

@@ -13,7 +13,8 @@ namespace goodsbook {
 // Brings the window to the front, so that its element has the keyboard again.
 void activate(QWidget& window);
 
-// Whether the user could work with the element just now: shown and enabled. CommandError when not.
+// Makes sure that the user can work with the element now: shown, on the page of its tabs that is in front,
+// and enabled. CommandError when not.
 void requireUsable(const QWidget& element);
 
 // Puts the focus into the element, scrolling it into view. The checks of the field that is left may take it

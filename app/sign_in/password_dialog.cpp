@@ -23,6 +23,7 @@ PasswordDialog::PasswordDialog(Database& database, QString user, const QString& 
       again_(new QLineEdit(this)),
       problem_(new QLabel(this)) {
   setWindowTitle(tr("密码"));
+  setMinimumWidth(340);
   auto* form = new QFormLayout;
   if (Users(database_).hasPassword(user_)) {
     present_ = new QLineEdit(this);
