@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+// The groups of figures. Each prints its lines and gives the number of targets missed.
+namespace goodsbook::benchmarks {
+
+// The list of a million products: reading it into a record set, its memory, a contains-filter over it.
+int listFigures(const std::string& databaseFile);
+
+// One saved product: the whole batch, and its translation alone. Writes to the file.
+int saveFigures(const std::string& databaseFile);
+
+// The same list in the grid: its first rows, and turning pages.
+int gridFigures(const std::string& databaseFile);
+
+// What the product list sends for a user who may see costs, and for the filter's contains condition.
+std::string productList();
+std::string productListContaining(const std::string& text);
+
+}  // namespace goodsbook::benchmarks
