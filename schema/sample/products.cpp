@@ -20,7 +20,7 @@ class Statements {
   explicit Statements(const Tools& tools) : tools_(tools) {}
   void add(const std::string& statement) {
     batch_ += statement + "\n";
-    if (++count_ % 50 == 0) flush();
+    if (++count_ % 200 == 0) flush();
   }
   void flush() {
     if (!batch_.empty()) tools_.execute(batch_);
@@ -77,8 +77,8 @@ class Writer {
         .number(product.negativeStock ? 1 : 0)
         .text(product.category)
         .money(product.cost)
-        .money(product.cost * quantity)
-        .number(quantity)
+        .signedAmount(product.cost * quantity)
+        .signedAmount(quantity * 100)
         .text(product.user)
         .number(1)
         .text(product.note)
@@ -113,7 +113,7 @@ class Writer {
     for (const Stock& place : product.stock)
       stock_.text(product.code)
           .text(place.warehouse)
-          .number(place.quantity)
+          .signedAmount(place.quantity * 100)
           .money(product.cost)
           .text("A" + padded(product.index % 40 + 1, 2))
           .number(0)
@@ -149,9 +149,9 @@ class Writer {
           .number(last && !product.valid ? 0 : 1)
           .number(product.negativeStock ? 1 : 0)
           .text(product.category)
-          .number(product.stockQuantity())
+          .signedAmount(product.stockQuantity() * 100)
           .money(product.cost)
-          .money(product.cost * product.stockQuantity())
+          .signedAmount(product.cost * product.stockQuantity())
           .text(last ? product.user : "ADMIN")
           .time(day, secondOfDay(product))
           .time(day, secondOfDay(product))

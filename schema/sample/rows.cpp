@@ -6,6 +6,9 @@
 namespace goodsbook::sample {
 namespace {
 
+// A transaction waits for the disk at its end; few big ones are quicker than many small ones.
+constexpr int statementsAtOnce = 10;
+
 std::string dateParts(int day, std::string_view separator, int yearDigits) {
   const std::chrono::year_month_day date{std::chrono::sys_days{std::chrono::days{day}}};
   std::string text =
@@ -83,6 +86,10 @@ Rows& Rows::money(std::int64_t amountInCents) {
   return raw(cents(amountInCents));
 }
 
+Rows& Rows::signedAmount(std::int64_t hundredths) {
+  return raw("'" + cents(hundredths) + "'");
+}
+
 Rows& Rows::time(int day, int secondOfDay) {
   return raw("'" + dateText(day) + " " + padded(secondOfDay / 3600, 2) + ":" +
              padded(secondOfDay / 60 % 60, 2) + ":" + padded(secondOfDay % 60, 2) + "'");
@@ -97,13 +104,23 @@ Rows& Rows::raw(std::string_view sql) {
 void Rows::end() {
   batch_ += ')';
   inRow_ = false;
-  if (++rows_ == rowsAtOnce_) flush();
+  if (++rows_ < rowsAtOnce_) return;
+  endStatement();
+  if (statements_ == statementsAtOnce) flush();
+}
+
+void Rows::endStatement() {
+  if (rows_ == 0) return;
+  batch_ += '\n';
+  ++statements_;
+  rows_ = 0;
 }
 
 void Rows::flush() {
-  if (rows_ > 0) tools_.execute(batch_);
+  endStatement();
+  if (statements_ > 0) tools_.execute(batch_);
   batch_.clear();
-  rows_ = 0;
+  statements_ = 0;
 }
 
 }  // namespace goodsbook::sample

@@ -31,6 +31,9 @@ class Rows {
   Rows& text(std::string_view value);
   Rows& number(std::int64_t value);
   Rows& money(std::int64_t amountInCents);
+  // Hundredths of an amount that may be below zero, as a text: a sign is an operator, and a statement of
+  // another form.
+  Rows& signedAmount(std::int64_t hundredths);
   Rows& time(int day, int secondOfDay);
   Rows& raw(std::string_view sql);  // a number or a function, as it is
   void end();                       // of a row
@@ -38,11 +41,13 @@ class Rows {
 
  private:
   void separate();
+  void endStatement();
 
   const Tools& tools_;
   std::string head_;
   int rowsAtOnce_;
-  int rows_ = 0;
+  int rows_ = 0;        // of the open statement
+  int statements_ = 0;  // finished ones in the batch
   bool inRow_ = false;
   std::string batch_;
 };
