@@ -112,8 +112,9 @@ void TF2102::clearSet() {
 
 void TF2102::Act_LocateExecute() {
   generation_ = !generation_;
+  const QPointer<TF2102> self = this;
   tags_->exec();
-  showCount();
+  if (self) showCount();  // the list may have been closed under its dialog
 }
 
 void TF2102::Act_FilterExecute() {
