@@ -112,11 +112,11 @@ BoundValue Binder::bindIsNullFunction(const FunctionCall& call, const Scope& sco
   requireArguments(call, 2);
   BoundValue first = bindValue(*call.arguments[0], scope);
   BoundValue second = bindValue(*call.arguments[1], scope);
-  if (first.type.kind == Kind::Decimal) {
+  const SqlType type = first.type.kind == Kind::Null ? second.type : first.type;
+  if (type.kind == Kind::Decimal) {
     pin(first);
     pin(second);
   }
-  const SqlType type = first.type.kind == Kind::Null ? second.type : first.type;
   // The second value is made one of the first one's type, cut to its width.
   second = coerce(std::move(second), type, Purpose::Cut);
   return {.node = callNode("ifnull", std::move(first.node), std::move(second.node)), .type = type};

@@ -185,23 +185,6 @@ const StatementRow sums[] = {
     {"characters beyond the first plane count as one", "", "select '😀',left('😀a',2)", {"😀|😀a"}},
 };
 
-// Statements of one shape share a plan; none may see what belonged to another.
-TEST(SharedPlansTest, OtherValuesGiveOtherAnswers) {
-  Session session;
-  session.setUp(std::array<std::string_view, 1>{"insert into D1801DWTM values(1,'1'),(2,'20'),(3,'300')"});
-  EXPECT_EQ(session.rows("select TM from D1801DWTM where ADW='1'"), (Rows{{"1"}}));
-  EXPECT_EQ(session.run("select TM from D1801DWTM where ADW='x'").error.value().number, 245);
-  EXPECT_EQ(session.rows("select TM from D1801DWTM where ADW=' 3 '"), (Rows{{"300"}}));
-  EXPECT_EQ(session.rows("select top 1 TM from D1801DWTM order by 1"), (Rows{{"1"}}));
-  EXPECT_EQ(session.rows("select top 2 TM from D1801DWTM order by 1"), (Rows{{"1"}, {"20"}}));
-  EXPECT_EQ(session.rows("select convert(varchar(9),1.50)"), (Rows{{"1.50"}}));
-  EXPECT_EQ(session.rows("select convert(varchar(9),2.125)"), (Rows{{"2.125"}}));
-  EXPECT_EQ(session.rows("select 2147483647"), (Rows{{"2147483647"}}));
-  EXPECT_EQ(session.rows("select 2147483648"), (Rows{{"2147483648"}}));
-  EXPECT_EQ(session.run("select 'a' as X").sets.at(0).columns.at(0).name, "X");
-  EXPECT_EQ(session.run("select 'b' as x").sets.at(0).columns.at(0).name, "x");
-}
-
 INSTANTIATE_TEST_SUITE_P(Assignments, ValuesTest, testing::ValuesIn(assignments));
 INSTANTIATE_TEST_SUITE_P(Comparisons, ValuesTest, testing::ValuesIn(comparisons));
 INSTANTIATE_TEST_SUITE_P(Sums, ValuesTest, testing::ValuesIn(sums));

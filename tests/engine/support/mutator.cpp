@@ -5,6 +5,13 @@
 #include "tests/engine/support/cases.h"
 
 namespace goodsbook::engine::test {
+namespace {
+
+bool isLiteral(TokenKind kind) {
+  return kind >= TokenKind::Text && kind <= TokenKind::Binary;
+}
+
+}  // namespace
 
 std::string Mutator::next() {
   std::string batch = any(batches_);
@@ -58,7 +65,6 @@ void Mutator::exchangeWord(std::string& batch) {
   Script others;
   const std::string& other = any(batches_);
   tokenize(other, others);
-  const auto isLiteral = [](TokenKind kind) { return kind >= TokenKind::Text && kind <= TokenKind::Binary; };
   std::vector<const Token*> fitting;
   for (const Token& token : others.tokens) {
     const bool bothLiterals = isLiteral(token.kind) && isLiteral(old.kind);
@@ -68,6 +74,26 @@ void Mutator::exchangeWord(std::string& batch) {
   if (fitting.empty() || old.kind == TokenKind::End) return;
   const Token& chosen = *fitting[static_cast<std::size_t>(below(fitting.size()))];
   batch.replace(old.position.offset, old.text.size(), " " + std::string(chosen.text) + " ");
+}
+
+std::string Mutator::nextWithOtherValues() {
+  static const std::vector<std::string> values{
+      "'1'",     "1",   "'x'",        "''",    "' 7 '", "7",     "1.5",          "1.50",
+      "2.125",   "1e0", "N'1'",       "N'x'",  "'01'",  "0",     "'2026-01-05'", "'20260105'",
+      "'a001 '", "-1",  "2147483648", "'%0%'", "'a[b'", "'5.5'", "NULL",         "0x01",
+      "120",     "112", "'A001'",     "100",   "'中'",  "'true'"};
+  std::string batch = any(batches_);
+  for (int edits = 1 + below(2); edits > 0; --edits) {
+    Script words;
+    tokenize(batch, words);
+    std::vector<const Token*> literals;
+    for (const Token& token : words.tokens)
+      if (isLiteral(token.kind)) literals.push_back(&token);
+    if (literals.empty()) return batch;
+    const Token& old = *literals[static_cast<std::size_t>(below(literals.size()))];
+    batch.replace(old.position.offset, old.text.size(), " " + any(values) + " ");
+  }
+  return batch;
 }
 
 std::vector<std::string> recordedBatches() {

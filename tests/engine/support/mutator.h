@@ -15,6 +15,8 @@ class Mutator {
   std::string next();
   // One of the batches with one to four words put in place of others of their kind: it mostly still is T-SQL.
   std::string nextInOtherWords();
+  // One of the batches with one or two values in place of others.
+  std::string nextWithOtherValues();
 
  private:
   int below(std::size_t limit) { return static_cast<int>(random_() % limit); }

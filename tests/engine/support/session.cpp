@@ -16,6 +16,7 @@
 namespace goodsbook::engine::test {
 namespace {
 
+constexpr const char* fileName = "test.db";
 constexpr std::int64_t millisecondsOfDay = 86'400'000;
 
 // In memory where there is such a place: every commit waits for the disk otherwise.
@@ -139,6 +140,17 @@ class Collector : public ResultSink {
 
 }  // namespace
 
+Outcome runOn(Connection& connection, std::string_view batch, Permission permission) {
+  Outcome outcome;
+  Collector collector(outcome);
+  try {
+    connection.execute(batch, collector, permission);
+  } catch (const SqlError& error) {
+    outcome.error = error.diagnostic();
+  }
+  return outcome;
+}
+
 Value valueText(const Row& row, int column, Type type) {
   if (row.isNull(column)) return std::nullopt;
   switch (type) {
@@ -166,11 +178,14 @@ std::int64_t Session::now() {
 Session::Session(Tables tables) : Session(templateFile(tables)) {}
 
 Session::Session(const std::filesystem::path& original) : folder_(temporaryFolder()) {
-  const std::filesystem::path file = folder_ / "test.db";
-  std::filesystem::copy_file(original, file);
+  std::filesystem::copy_file(original, folder_ / fileName);
+  connection_ = connect();
+}
+
+std::unique_ptr<Connection> Session::connect() const {
   Options options;
   options.now = now;
-  connection_ = Connection::open(file, options);
+  return Connection::open(folder_ / fileName, options);
 }
 
 Session::~Session() {
@@ -180,14 +195,7 @@ Session::~Session() {
 }
 
 Outcome Session::run(std::string_view batch, Permission permission) {
-  Outcome outcome;
-  Collector collector(outcome);
-  try {
-    connection_->execute(batch, collector, permission);
-  } catch (const SqlError& error) {
-    outcome.error = error.diagnostic();
-  }
-  return outcome;
+  return runOn(*connection_, batch, permission);
 }
 
 void Session::setUp(std::span<const std::string_view> batches) {

@@ -50,6 +50,8 @@ class Session {
   std::string filled(std::string batch);
 
   Connection& connection() { return *connection_; }
+  // Another connection to the same file.
+  std::unique_ptr<Connection> connect() const;
   const std::filesystem::path& folder() const { return folder_; }
 
   // What GETDATE() gives: 2026-11-20 10:11:12.
@@ -59,6 +61,9 @@ class Session {
   std::filesystem::path folder_;
   std::unique_ptr<Connection> connection_;
 };
+
+// Runs a batch on a connection and tells what came of it.
+Outcome runOn(Connection& connection, std::string_view batch, Permission permission = Permission::Screens);
 
 // How a value of a row is written in Rows.
 Value valueText(const Row& row, int column, Type type);
