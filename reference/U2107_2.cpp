@@ -15,7 +15,6 @@ TF2107_2::TF2107_2(QWidget* owner)
       DBGridEh1(new TDBGridEh(body())),
       bsSkinButton1(makeButton(u"bsSkinButton1"_s, tr("清空"))) {
   setWindowTitle(tr("仓库权限设定"));
-  resize(460, 420);
   DBGridEh1->setObjectName(u"DBGridEh1"_s);
   DBGridEh1->setColumns(
       {{.field = u"G"_s, .title = tr("组"), .width = 40, .hideRepeats = true},
@@ -35,6 +34,7 @@ TF2107_2::TF2107_2(QWidget* owner)
     if (field.compare("W"_L1, Qt::CaseInsensitive) == 0) AdoQry_TmpWValidate();
   });
   FormCreate();
+  setFixedSize(QSize(460, 420).expandedTo(minimumSizeHint()));
 }
 
 void TF2107_2::init(const QString& warehouse, bool readOnly) {

@@ -100,7 +100,9 @@ void TF2112_1::tcExit() {
 }
 
 void TF2112_1::SaveData() {
-  const reference::Values values{{u"pym"_s, Zpy::GetPY(text(u"Edit2"_s).trimmed())}};
+  const QString ratio = text(u"tc"_s).trimmed();
+  const reference::Values values{{u"pym"_s, Zpy::GetPY(text(u"Edit2"_s).trimmed())},
+                                 {u"tc"_s, ratio.isEmpty() ? u"0"_s : ratio}};  // it stands unquoted
   ExecSql(moduleCode_, text(u"Edit1"_s), mode(),
           reference::composed(isAdding() ? insertStatement : updateStatement, *this, values), 0, false, true,
           false, true);

@@ -33,7 +33,7 @@ TF2122_1::TF2122_1(QWidget* owner) : TFrm_Base_Detail(owner) {
        .code = true,
        .column = u"jy_id"_s},
       {.name = u"Edit2"_s, .label = tr("帐户名称"), .limit = 50, .required = true, .column = u"jy_name"_s},
-      {.name = u"RB1"_s, .label = tr("银行存款"), .kind = FieldKind::Option},
+      {.name = u"RB1"_s, .label = tr("银行存款"), .kind = FieldKind::Option, .rowLabel = tr("类    型")},
       {.name = u"RB2"_s, .label = tr("现金"), .kind = FieldKind::Option, .sameRow = true},
       {.name = u"Edit3"_s, .label = tr("银行帐号"), .limit = 25, .column = u"yh_num"_s},
       {.name = u"Edit4"_s, .label = tr("银行全称"), .limit = 50, .column = u"yh_name"_s},
@@ -41,8 +41,8 @@ TF2122_1::TF2122_1(QWidget* owner) : TFrm_Base_Detail(owner) {
        .label = tr("会计科目"),
        .kind = FieldKind::Lookup,
        .limit = 18,
-       .exit = [this] { KM_IDExit(); },
-       .code = true,
+       .exit =
+           [this] { KM_IDExit(); },  // on leaving it only: a type changed afterwards is not held against it
        .column = u"km_id"_s},
       {.name = u"QCMONEY"_s,
        .label = tr("期初余额"),

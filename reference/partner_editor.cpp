@@ -18,6 +18,7 @@ namespace goodsbook {
 PartnerEditor::PartnerEditor(const Partner& partner, QWidget* owner)
     : TFrm_Base_Detail(owner), partner_(partner) {
   setWindowTitle(partner.caption);
+  if (const auto* list = qobject_cast<const TFrm_Base_Common*>(owner)) SetFormParam(list->moduleCode());
   declareFields();
   (new LookupPicker(lookup::regions(), this))->attach(lookupEdit(u"addr_id"_s));
   (new LookupPicker(lookup::deliveryMethods(), this))->attach(lookupEdit(u"SEND_ID"_s));
