@@ -15,6 +15,10 @@ void TF2101_1::SaveData() {
   const QString header = headerStatements();
   refuseWithdrawnNegativeStock();
   const QString batch = header + unitStatements() + closingStatements();
+  // Lists join to category and unit: without them a product would be lost.
+  CheckBlank(edit(u"Edit2"_s));
+  CheckBlank(edit(u"CLASS_ID"_s));
+  if (singleUnit_) CheckBlank(edit(u"dw_id"_s));
   const QString code = text(u"Edit1"_s);
   ExecSql(moduleCode_, code, mode(), batch);
   storePicture();
@@ -65,7 +69,6 @@ QString TF2101_1::unitStatements() {
     units_.check();
     return units_.statements(code);
   }
-  CheckBlank(edit(u"dw_id"_s));
   const QString unit = text(u"dw_id"_s);
   const QString barcode = text(u"TM"_s);
   if (!isAdding()) {

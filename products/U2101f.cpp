@@ -27,10 +27,7 @@ QString equals(const QString& text) {
 
 }  // namespace
 
-TF2101F::TF2101F(QWidget* owner)
-    : TFrm_Sys_Filter(owner),
-      btn_1(makeButton(u"btn_1"_s, tr("今天改动"))),
-      btn_2(makeButton(u"btn_2"_s, tr("昨天改动"))) {
+TF2101F::TF2101F(QWidget* owner) : TFrm_Sys_Filter(owner) {
   setWindowTitle(tr("商品筛选"));
   FormBuilder form(*this);
   form.fields({
@@ -52,6 +49,8 @@ TF2101F::TF2101F(QWidget* owner)
       {.name = u"NO"_s, .label = tr("失效"), .kind = FieldKind::Check, .sameRow = true},
   });
   form.note(u"Label5"_s, tr("F3  包含所录内容    F4  等于所录内容（只按第一项检索）"));
+  btn_1 = makeButton(u"btn_1"_s, tr("今天改动"));
+  btn_2 = makeButton(u"btn_2"_s, tr("昨天改动"));
   auto* days = new QHBoxLayout;
   days->addStretch(1);
   days->addWidget(btn_1);

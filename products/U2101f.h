@@ -19,8 +19,8 @@ class TF2101F : public TFrm_Sys_Filter {
   void btn_1Click(int tag);  // 0: changed today, else yesterday
   bool Edit1KeyDown(int key);
 
-  QPushButton* btn_1;
-  QPushButton* btn_2;
+  QPushButton* btn_1 = nullptr;
+  QPushButton* btn_2 = nullptr;
 };
 
 }  // namespace goodsbook

@@ -1,0 +1,185 @@
+// Pictures: the browser over the listed products, and the picture of one product in its editor.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFile>
+#include <QImage>
+
+#include "host/data/record_set.h"
+#include "tests/products/product_screen.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+namespace {
+
+const QString listed =
+    u" SELECT d1801.wl_id,d1801.wl_name,D1801.PICT FROM d1801 INNER JOIN d1004 ON d1801.class_id = d1004.class_id INNER JOIN sys_user ON d1801.user_id = sys_user.user_id INNER JOIN d1801dw ON d1801.wl_id = d1801dw.wl_id INNER JOIN d1003 ON d1801dw.dw_id = d1003.dw_id INNER JOIN (select TM,COUNT(TM) AS TMC FROM (SELECT TM from d1801dw union all SELECT TM from D1801DWTM) TMP GROUP BY TM) TM ON D1801DW.TM=TM.TM AND (D1801DW.T = 1)  "_s;
+
+class ProductPictures : public ProductScreen {
+ protected:
+  static QString bytes(int count, const QString& pair) { return u"0x"_s + pair.repeated(count); }
+  void products(int count) {
+    QString batch;
+    for (int i = 0; i < count; ++i) {
+      batch +=
+          u"insert into D1801 (WL_ID,WL_NAME,CLASS_ID,USER_ID,WL_YS) values ('%1','n','01','ADMIN',1);"
+          "insert into D1801DW (T,WL_ID,DW_ID,TM,ABASE) values (1,'%1','01','%1',1);"_s.arg(1000 + i);
+    }
+    sql(batch);
+  }
+  QString imageFile(const QString& name) {
+    QImage image(40, 30, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    const QString path = folder() + u'/' + name;
+    EXPECT_TRUE(image.save(path));
+    return path;
+  }
+  void pick(const QString& path) { done({{u"cmd"_s, u"pickfile"_s}, {u"path"_s, path}}); }
+  QList<QByteArray> shown() {  // the pictures of the browser, as it keeps them
+    QList<QByteArray> pictures;
+    onGui([&] {
+      const auto* rows = QApplication::activeModalWidget()->findChild<RecordSet*>(u"AdoQry_Tmp"_s);
+      ASSERT_TRUE(rows);
+      const int field = rows->fieldIndex(u"PICT"_s);
+      for (int row = 0; row < rows->rowCount(); ++row) pictures << rows->valueAt(row, field).toByteArray();
+    });
+    return pictures;
+  }
+  QString stored(const QString& code) {
+    return sql(u"select pict from D1801 where WL_ID='"_s + code + u'\'')[0][0];
+  }
+};
+
+TEST_F(ProductPictures, ShortOnesGiveWayToTheCompanyPicture) {
+  product(u"P1"_s, u"可乐"_s, u"1"_s);
+  product(u"P2"_s, u"雪碧"_s, u"2"_s);
+  product(u"P3"_s, u"水"_s, u"3"_s);
+  sql(u"insert into sys_co (id,co,mod_pict) values ('1','店',"_s + bytes(120, u"cc"_s) +
+      u");update D1801 set pict="_s + bytes(99, u"aa"_s) + u" where WL_ID='P1';update D1801 set pict="_s +
+      bytes(100, u"bb"_s) + u" where WL_ID='P2'"_s);
+  openList();
+  act(u"Act_Other"_s);
+  ASSERT_EQ(frontClass(), u"tF2101_4"_s);
+  EXPECT_EQ(caption(), u"商品图片"_s);
+  EXPECT_EQ(statements(),
+            (Lines{u"select id as pict_id,co as pict_name, mod_pict as pict from sys_co"_s, listed}));
+  EXPECT_EQ(text(u"Label1"_s), u"商 品 图 片 浏 览"_s);
+  EXPECT_EQ(text(u"BtnPrint"_s), u"预览/打印 F2"_s);
+  EXPECT_EQ(text(u"Label2"_s), u"P1      可乐"_s);
+  EXPECT_EQ(text(u"Label3"_s), u"1/3"_s);
+  EXPECT_EQ(shown(),
+            (QList<QByteArray>{QByteArray(120, '\xcc'), QByteArray(100, '\xbb'), QByteArray(120, '\xcc')}));
+  press(u"PgDown"_s);
+  EXPECT_EQ(text(u"Label2"_s), u"P2      雪碧"_s);
+  EXPECT_EQ(text(u"Label3"_s), u"2/3"_s);
+  press(u"End"_s);
+  EXPECT_EQ(text(u"Label3"_s), u"3/3"_s);
+  press(u"Esc"_s);
+  EXPECT_EQ(stored(u"P1"_s).toLower(), bytes(99, u"aa"_s));
+  EXPECT_EQ(stored(u"P3"_s), u"NULL"_s);
+}
+
+TEST_F(ProductPictures, TheListsConditionGoesAlong) {
+  product(u"P1"_s, u"可乐"_s, u"1"_s);
+  product(u"P2"_s, u"雪碧"_s, u"2"_s);
+  openList();
+  act(u"Act_Filter"_s);
+  type(u"Edit1"_s, u"p2"_s);
+  press(u"F4"_s);
+  rows(u"DBGridEh"_s);
+  statements();
+  act(u"Act_Other"_s);
+  EXPECT_EQ(
+      statements().back(),
+      listed +
+          u" Where  ((D1801DW.TM='P2') or (D1801.WL_ID='P2') or (D1801.WL_name='P2') or (D1801.PYM='P2'))"_s);
+  EXPECT_EQ(text(u"Label3"_s), u"1/1"_s);
+  press(u"Esc"_s);
+}
+
+TEST_F(ProductPictures, ThreeHundredAreTheMost) {
+  products(300);
+  openList();
+  act(u"Act_Other"_s);
+  EXPECT_EQ(frontClass(), u"tF2101_4"_s);
+  EXPECT_EQ(text(u"Label3"_s), u"1/300"_s);
+  press(u"Esc"_s);
+  product(u"P1"_s, u"可乐"_s);
+  act(u"Act_Refresh"_s);
+  rows(u"DBGridEh"_s);
+  statements();
+  act(u"Act_Other"_s);
+  EXPECT_EQ(messages(), Lines{u"记录大于300会造成大量数据,请更改检索条件!"_s});
+  EXPECT_EQ(frontClass(), u"TF2101"_s);
+  EXPECT_EQ(statements(), Lines());
+}
+
+TEST_F(ProductPictures, ThePrintOutIsADocument) {
+  product(u"P1"_s, u"可乐"_s);
+  openList();
+  act(u"Act_Other"_s);
+  const QString path = folder() + u"/out.pdf"_s;
+  done({{u"cmd"_s, u"printto"_s}, {u"path"_s, path}});
+  press(u"F2"_s);
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(file.readAll().startsWith("%PDF"));
+  press(u"Esc"_s);
+}
+
+TEST_F(ProductPictures, AreStoredAfterTheSaveThatChangedThem) {
+  product(u"P1"_s, u"可乐"_s);
+  openList();
+  act(u"Act_Edit"_s);
+  type(u"Edit2"_s, u"雪碧"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(sent(u"Applyupdatapict"_s).size(), 0) << "an unchanged picture is not written";
+  act(u"Act_Edit"_s);
+  pick(imageFile(u"red.png"_s));
+  act(u"N1"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(sent(u"Applyupdatapict"_s).size(), 1);
+  EXPECT_TRUE(stored(u"P1"_s).toLower().startsWith(u"0xffd8ff"_s)) << "stored as JPEG";
+  act(u"Act_Edit"_s);
+  const QString copy = folder() + u"/copy"_s;
+  pick(copy);
+  act(u"N2"_s);
+  EXPECT_TRUE(QFile::exists(copy + u".jpg"_s));
+  act(u"N3"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(stored(u"P1"_s), u"NULL"_s);
+}
+
+TEST_F(ProductPictures, ViewingNeitherOpensNorClearsOne) {
+  product(u"P1"_s, u"可乐"_s);
+  sql(u"update D1801 set pict="_s + bytes(200, u"aa"_s));
+  openList();
+  act(u"Act_View"_s);
+  act(u"N1"_s);
+  act(u"N3"_s);
+  click(u"btn_Cancel"_s);
+  EXPECT_EQ(sent(u"Applyupdatapict"_s).size(), 0);
+  EXPECT_EQ(stored(u"P1"_s).size(), 402);
+}
+
+TEST_F(ProductPictures, ACopyIsStoredWithAPictureOfItsOwnOnly) {
+  product(u"P1"_s, u"可乐"_s);
+  sql(u"update D1801 set pict="_s + bytes(200, u"aa"_s));
+  openList();
+  act(u"Act_CopyAdd"_s);
+  type(u"Edit1"_s, u"P2"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(sent(u"Applyupdatapict"_s).size(), 0);
+  EXPECT_EQ(stored(u"P2"_s), u"NULL"_s);
+  act(u"Act_CopyAdd"_s);
+  type(u"Edit1"_s, u"P3"_s);
+  pick(imageFile(u"red.jpg"_s));
+  act(u"N1"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(sent(u"Applyupdatapict"_s).size(), 1);
+  EXPECT_TRUE(stored(u"P3"_s).toLower().startsWith(u"0xffd8ff"_s));
+}
+
+}  // namespace
+}  // namespace goodsbook

@@ -1,0 +1,190 @@
+// Several units of one product: the grid of the editor, its checks and the statements of its changes.
+#include <gtest/gtest.h>
+
+#include "tests/products/product_screen.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+namespace {
+
+const QString grid = u"DBGridEh1"_s;
+
+class ProductUnits : public ProductScreen {
+ protected:
+  void SetUp() override {
+    ProductScreen::SetUp();
+    product(u"P1"_s, u"可乐"_s);
+    sql(u"insert into D1801DW (T,WL_ID,DW_ID,TM,ABASE,SJ,VIPSJ,PFJ,CGJ) values (0,'P1','02','70',12,50,40,30,25)"_s);
+  }
+  void openUnits(const QString& action) {
+    openList();
+    act(action);
+    press(u"F6"_s);
+    ASSERT_TRUE(get(grid)["visible"_L1].toBool());
+  }
+  // What the save sent between the header and the guard on main units.
+  QString unitStatements() {
+    const QJsonArray all = sent(u"ExecSql"_s);
+    if (all.isEmpty()) return u"none"_s;
+    const QString batch = all.last()["sql"_L1].toString();
+    const QString header = u"from d1801 where wl_id='P1';"_s;
+    const qsizetype from = batch.startsWith(u"insert into D1801 "_s) ? batch.indexOf(u"');"_s) + 3
+                                                                     : batch.indexOf(header) + header.size();
+    return batch.mid(from, batch.indexOf(u"if EXISTS("_s) - from);
+  }
+  QString unitOf(const QString& unit) {
+    return sql(u"select adw from D1801DW where WL_ID='P1' and DW_ID='"_s + unit + u'\'')[0][0];
+  }
+};
+
+TEST_F(ProductUnits, AreLoadedWithTheMainUnitFirst) {
+  openList();
+  act(u"Act_Edit"_s);
+  const Lines all = statements();
+  EXPECT_NE(std::find(all.begin(), all.end(),
+                      u"select *,0 AS ADDFLAG from D1801dw where wl_id='P1' order by T DESC,dw_id"_s),
+            all.end());
+  EXPECT_EQ(std::count(all.begin(), all.end(), u"select dw_id,dw_name from D1003"_s), 1);
+  press(u"F6"_s);
+  const QJsonArray list = rows(grid);
+  ASSERT_EQ(list.size(), 2);
+  EXPECT_EQ(list[0]["DW_NAME"_L1].toString() + list[1]["DW_NAME"_L1].toString(), u"瓶箱"_s);
+  EXPECT_EQ(list[0]["T"_L1].toString() + list[1]["T"_L1].toString(), u"10"_s);
+  EXPECT_EQ(list[0]["ADDFLAG"_L1].toString(), u"0"_s);
+  click(u"btn_Cancel"_s);
+  act(u"Act_Edit"_s);
+  const Lines again = statements();
+  EXPECT_EQ(std::count(again.begin(), again.end(), u"select dw_id,dw_name from D1003"_s), 0)
+      << "names of units are read once";
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(ProductUnits, AChangedRowGoesThroughTheProcedure) {
+  openUnits(u"Act_Edit"_s);
+  cell(grid, 1, u"SJ"_s, u"55"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(
+      unitStatements(),
+      u"exec SYS_DW @t='0',@adw='%1',@tm='70',@dw_id='02',@abase=12,@cgj=25,@pfj=30,@vipsj=40,@sj=55;"_s.arg(
+          unitOf(u"02"_s)));
+  EXPECT_EQ(sql(u"select SJ,PFJ from D1801DW where DW_ID='02'"_s), (Table{{u"55"_s, u"30"_s}}));
+  EXPECT_EQ(sql(u"select dwcount from D1801"_s), (Table{{u"2"_s}}));
+  EXPECT_EQ(rows(u"DBGridEh"_s)[0]["SJ"_L1].toString().toDouble(), 5) << "the list shows the main unit";
+}
+
+TEST_F(ProductUnits, ANewRowHasDefaultsAndIsInserted) {
+  sql(u"insert into D1003 (dw_id,dw_name) values ('03','托')"_s);
+  openUnits(u"Act_Edit"_s);
+  act(u"N5"_s);
+  const QJsonArray list = rows(grid);
+  ASSERT_EQ(list.size(), 3);
+  EXPECT_EQ(list[2]["ADDFLAG"_L1].toString() + list[2]["ABASE"_L1].toString() + list[2]["SJ"_L1].toString() +
+                list[2]["T"_L1].toString(),
+            u"1100"_s);
+  cell(grid, 2, u"DW_ID"_s, u"03"_s);
+  EXPECT_EQ(rows(grid)[2]["DW_NAME"_L1].toString(), u"托"_s);
+  cell(grid, 2, u"ABASE"_s, u"144"_s);
+  cell(grid, 2, u"TM"_s, u"71"_s);
+  cellClick(grid, 2, u"多条码"_s);
+  cellClick(grid, 2, u"区域售价"_s);
+  const QString saveFirst = u"当您为商品新增加一种单位时，必须先保存后才可以定义相关的条码及区域售价!"_s;
+  EXPECT_EQ(messages(), (Lines{saveFirst, saveFirst}));
+  click(u"btn_ok"_s);
+  EXPECT_EQ(
+      unitStatements(),
+      u"insert into d1801dw(t,wl_id,dw_id,tm,abase,sj,vipsj,PFJ,cgj) values (0,'P1','03','71',144,0,0,0,0);"_s);
+  EXPECT_EQ(sql(u"select dwcount from D1801"_s), (Table{{u"3"_s}}));
+}
+
+TEST_F(ProductUnits, ADeletedRowIsRemovedByTheProcedure) {
+  openUnits(u"Act_Edit"_s);
+  const QString unit = unitOf(u"02"_s);
+  done({{u"cmd"_s, u"row"_s}, {u"element"_s, grid}, {u"index"_s, 1}});
+  act(u"N6"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(
+      unitStatements(),
+      u"exec SYS_DW @status=0,@t=0,@adw='%1',@tm='70',@dw_id='02',@abase=1,@cgj=1,@vipsj=1,@pfj=1,@sj=1;"_s
+          .arg(unit));
+  EXPECT_EQ(sql(u"select DW_ID from D1801DW"_s), (Table{{u"01"_s}}));
+}
+
+TEST_F(ProductUnits, UnchangedRowsSendNothing) {
+  openUnits(u"Act_Edit"_s);
+  type(u"Edit2"_s, u"雪碧"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(unitStatements(), QString());
+}
+
+TEST_F(ProductUnits, AtLeastOneUnit) {
+  openUnits(u"Act_Add"_s);
+  type(u"Edit1"_s, u"P2"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{u"请在表格最少输入一种单位,且至少要标志一个主单位!"_s});
+  EXPECT_EQ(sent(u"ExecSql"_s).size(), 0);
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(ProductUnits, ExactlyOneMainUnit) {
+  const QString message = u"每一商品必须定义一个主单位!,不可定义多个,也不可没有"_s;
+  openUnits(u"Act_Edit"_s);
+  cell(grid, 1, u"T"_s, u"1"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{message});
+  cell(grid, 1, u"T"_s, u"0"_s);
+  cell(grid, 0, u"T"_s, u"0"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{message});
+  EXPECT_EQ(sent(u"ExecSql"_s).size(), 0);
+  EXPECT_EQ(frontClass(), u"TF2101_1"_s);
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(ProductUnits, TheMainUnitsRateIsOneToFourPlaces) {
+  openUnits(u"Act_Edit"_s);
+  for (const QString& rate : {u"0.9999"_s, u"1.0001"_s, u"2"_s, u"0"_s}) {
+    cell(grid, 0, u"ABASE"_s, rate);
+    click(u"btn_ok"_s);
+    EXPECT_EQ(messages(), Lines{u"主单位的转换率应该是  1  ,请更正!"_s}) << rate.toStdString();
+  }
+  EXPECT_EQ(sent(u"ExecSql"_s).size(), 0);
+  click(u"btn_Cancel"_s);
+  for (const QString& rate : {u"1.00004"_s, u"0.99996"_s}) {
+    act(u"Act_Edit"_s);
+    cell(grid, 0, u"ABASE"_s, rate);
+    click(u"btn_ok"_s);
+    EXPECT_EQ(messages(), Lines()) << rate.toStdString();
+    EXPECT_TRUE(unitStatements().contains(u"@abase="_s + rate)) << rate.toStdString();
+  }
+}
+
+TEST_F(ProductUnits, TwoMainUnitsInTheDatabaseFailTheWholeSave) {
+  openList();
+  act(u"Act_Edit"_s);
+  sql(u"update D1801DW set T=1"_s);  // by somebody else
+  type(u"Edit2"_s, u"雪碧"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{u"当您把一个已引用的主单位替换时会出现此错误!请把主单位还原回更改前的值"_s});
+  EXPECT_EQ(sql(u"select WL_NAME from D1801"_s), (Table{{u"可乐"_s}}));
+  EXPECT_EQ(sql(u"select WL_ID from D1801B"_s), Table());
+  EXPECT_EQ(text(u"Edit2"_s), u"雪碧"_s);
+  click(u"btn_Cancel"_s);
+  EXPECT_EQ(rows(u"DBGridEh"_s)[0]["WL_NAME"_L1].toString(), u"可乐"_s);
+}
+
+TEST_F(ProductUnits, ACopyInsertsAllUnitsForTheNewCode) {
+  openUnits(u"Act_CopyAdd"_s);
+  ASSERT_EQ(rows(grid).size(), 2);
+  type(u"Edit1"_s, u"P2"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(
+      unitStatements(),
+      u"insert into d1801dw(t,wl_id,dw_id,tm,abase,sj,vipsj,PFJ,cgj) values (1,'P2','01','69',1,5,4,3,2.5);"
+      "insert into d1801dw(t,wl_id,dw_id,tm,abase,sj,vipsj,PFJ,cgj) values (0,'P2','02','70',12,50,40,30,25);"_s);
+}
+
+}  // namespace
+}  // namespace goodsbook
