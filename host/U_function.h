@@ -9,14 +9,16 @@ class QLineEdit;
 
 namespace goodsbook {
 
-// Shows a message through the session's desktop. Kind 5: warning; 2: question, returns 'y' for yes. The parent is the
-// active screen.
+// Shows a message through the session's desktop. Kind 5: warning; 2: question, returns 'y' for yes. The
+// parent is the active screen.
 GOODSBOOKHOST_EXPORT char DISPINFO(const QString& text, int kind);
 GOODSBOOKHOST_EXPORT void plainBox(const QString& text, const QString& caption = {});  // kind 0
 
 // Checks on an edit. Each shows its message (kind 5), puts the focus into the edit and throws EAbort.
-GOODSBOOKHOST_EXPORT void CheckBlankInstr(QLineEdit* edit, const QString& caption);  // no blank inside or around a code
-GOODSBOOKHOST_EXPORT void CheckText(QLineEdit* edit, const QString& caption);        // no quote, control character or blank
+GOODSBOOKHOST_EXPORT void CheckBlankInstr(QLineEdit* edit,
+                                          const QString& caption);  // no blank inside or around a code
+GOODSBOOKHOST_EXPORT void CheckText(QLineEdit* edit,
+                                    const QString& caption);  // no quote, control character or blank
 
 GOODSBOOKHOST_EXPORT QString GETCODE(const QString& nodeText);  // the text before the first blank
 GOODSBOOKHOST_EXPORT QString boltos(bool value);                // "1" or "0"

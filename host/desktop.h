@@ -10,7 +10,8 @@ class QPrinter;
 
 namespace goodsbook {
 
-// What a screen asks of the person and the system around it. The program shows real boxes; a driver answers itself.
+// What a screen asks of the person and the system around it. The program shows real boxes; a driver answers
+// itself.
 class GOODSBOOKHOST_EXPORT Desktop {
  public:
   virtual ~Desktop();
@@ -20,7 +21,8 @@ class GOODSBOOKHOST_EXPORT Desktop {
 
   // A chosen path, empty when cancelled. `filter` as QFileDialog takes it.
   virtual QString openFile(QWidget* parent, const QString& title, const QString& filter) = 0;
-  virtual QString saveFile(QWidget* parent, const QString& title, const QString& suggested, const QString& filter) = 0;
+  virtual QString saveFile(QWidget* parent, const QString& title, const QString& suggested,
+                           const QString& filter) = 0;
 
   virtual void openUrl(const QString& url) = 0;
 

@@ -17,8 +17,8 @@ struct SentStatement {
   QString module, key, operation, sql, result;
 };
 
-// What the running program works on: the database, the user's desktop, the program's folder. There is one at a time;
-// app/ makes it, screens reach it through the data operations and DISPINFO.
+// What the running program works on: the database, the user's desktop, the program's folder. There is one at
+// a time; app/ makes it, screens reach it through the data operations and DISPINFO.
 class GOODSBOOKHOST_EXPORT Session {
  public:
   Session(std::unique_ptr<Database> database, std::unique_ptr<Desktop> desktop, QString programDir);
@@ -34,7 +34,7 @@ class GOODSBOOKHOST_EXPORT Session {
   QString programDir() const { return programDir_; }  // label set, settings files, barcode library
   QString programFile(const QString& name) const;
 
-  void record(SentStatement statement);         // kept only while recording
+  void record(SentStatement statement);  // kept only while recording
   void setRecording(bool on) { recording_ = on; }
   std::vector<SentStatement> takeStatements();  // empties the list
 

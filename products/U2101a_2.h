@@ -1,9 +1,9 @@
 #pragma once
 
-#include "products/published.h"
 #include "host/controls/TASQLite3.h"
 #include "host/controls/TDBGridEh.h"
 #include "host/forms/Base_dialog.h"
+#include "products/published.h"
 
 namespace goodsbook {
 

@@ -40,8 +40,8 @@ class RowBuffer {
   std::int64_t keep(std::string_view bytes);
 
   std::vector<FieldType> types_;
-  std::size_t masks_ = 0;   // words of null bits in front of each row
-  std::size_t stride_ = 0;  // words a row
+  std::size_t masks_ = 0;              // words of null bits in front of each row
+  std::size_t stride_ = 0;             // words a row
   std::vector<std::int64_t> anyNull_;  // null bits of all rows together
   std::uint32_t count_ = 0;
   std::vector<std::int64_t> slots_;

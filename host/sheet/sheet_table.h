@@ -12,7 +12,7 @@ namespace goodsbook {
 struct SheetColumn {
   int field = 0;  // in the record set
   QString title = {};
-  int width = 0;   // pixels on screen
+  int width = 0;        // pixels on screen
   QString format = {};  // display format, as fields have it; empty for the type's own
 };
 
