@@ -63,6 +63,10 @@ TF2101F::TF2101F(QWidget* owner) : TFrm_Sys_Filter(owner) {
   FormCreate();
 }
 
+void TF2101F::InitFocu() {
+  edit(u"Edit1"_s)->setFocus(Qt::OtherFocusReason);
+}
+
 void TF2101F::btn_okClick() {
   TFrm_Sys_Filter::btn_okClick();
   const bool valid = isChecked(u"YS"_s);

@@ -12,6 +12,7 @@ class TF2101F : public TFrm_Sys_Filter {
   explicit TF2101F(QWidget* owner = nullptr);
 
  protected:
+  void InitFocu() override;  // the one field that quick searches look at
   void btn_okClick() override;
   void FormKeyDown(QKeyEvent* event) override;  // F3, F4: quick search for what stands in Edit1
 

@@ -49,6 +49,7 @@ TEST_F(ProductFilter, HasItsFieldsLimitsAndDefaults) {
   EXPECT_EQ(field(u"Edit1"_s), u"编码/条码/品名/拼音码 20"_s);
   EXPECT_EQ(field(u"Edit3"_s), u"规    格 40"_s);
   EXPECT_EQ(field(u"CLASS_ID"_s), u"商品类型 4"_s);
+  EXPECT_TRUE(get(u"Edit1"_s)["focused"_L1].toBool());
   EXPECT_TRUE(get(u"YS"_s)["checked"_L1].toBool());
   EXPECT_FALSE(get(u"NO"_s)["checked"_L1].toBool());
   EXPECT_EQ(text(u"btn_1"_s), u"今天改动"_s);
