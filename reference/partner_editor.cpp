@@ -1,3 +1,4 @@
+#include <QHBoxLayout>
 #include <QLabel>
 
 #include "host/U_function.h"
@@ -91,7 +92,10 @@ void PartnerEditor::declareFields() {
   });
   OPENURL = new LinkLabel(tr("打开该网站"), body());
   OPENURL->setObjectName(u"OPENURL"_s);
-  form.wide(OPENURL);
+  const QWidget* address = elementNamed(u"web"_s);
+  for (QHBoxLayout* row : body()->findChildren<QHBoxLayout*>()) {
+    if (const int at = row->indexOf(address); at >= 0) row->insertWidget(at + 1, OPENURL);
+  }
   connect(OPENURL, &LinkLabel::clicked, this, [this] { guarded(this, [this] { OPENURLClick(); }); });
 }
 

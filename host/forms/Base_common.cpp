@@ -249,6 +249,7 @@ QWidget* TFrm_Base_Common::nextField(const QWidget* start) const {
   for (QWidget* next = start->nextInFocusChain(); next != start; next = next->nextInFocusChain()) {
     if (!isAncestorOf(next) || !next->isVisibleTo(this) || !isOpen(next)) continue;
     if (!(next->focusPolicy() & Qt::TabFocus) || next->focusProxy()) continue;
+    if (qobject_cast<QLabel*>(next)) continue;  // links are reached by Tab
     if (qobject_cast<QPushButton*>(next) && next->objectName() != "btn_ok"_L1) continue;
     return next;
   }
