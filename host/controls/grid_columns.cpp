@@ -188,19 +188,18 @@ void TDBGridEh::Private::applyEvenRowColor() {
 }
 
 QByteArray TDBGridEh::Private::layout() const {
-  const QHeaderView* header = q->horizontalHeader();
+  QHeaderView* header = q->horizontalHeader();
   const RecordSet* rows = model->recordSet();
   QJsonArray columns;
   for (int visual = 0; visual < header->count(); ++visual) {
     const int column = header->logicalIndex(visual);
     const auto i = static_cast<std::size_t>(column);
-    // A hidden section has no size; its width comes back when it is shown.
-    const bool isHidden = header->isSectionHidden(column);
-    if (isHidden) q->horizontalHeader()->showSection(column);
-    columns.append(QJsonObject{{u"field"_s, model->column(column).field},
-                               {u"width"_s, header->sectionSize(column)},
-                               {u"hidden"_s, i < userHidden.size() && userHidden[i]}});
-    if (isHidden) q->horizontalHeader()->hideSection(column);
+    const bool isHidden = i < userHidden.size() && userHidden[i];
+    QJsonObject saved{{u"field"_s, model->column(column).field}, {u"hidden"_s, isHidden}};
+    if (isHidden) header->showSection(column);  // a hidden section tells no width
+    if (!header->isSectionHidden(column)) saved.insert(u"width"_s, header->sectionSize(column));
+    if (isHidden) header->hideSection(column);
+    columns.append(saved);
   }
   const QJsonObject all{{u"version"_s, layoutVersion},
                         {u"columns"_s, columns},

@@ -1,4 +1,6 @@
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 
 #include "host/controls/grid_delegate.h"
 #include "host/controls/grid_model.h"
@@ -73,6 +75,19 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& given,
     texts_.draw(*painter, room, option.displayAlignment, option.text);
   }
   if (option.state.testFlag(QStyle::State_HasFocus) && !grid_->isReadOnly()) paintFocus(painter, option);
+}
+
+bool GridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                             const QModelIndex& index) {
+  const QString text =
+      event->type() == QEvent::ToolTip ? model_->text(index.row(), index.column()) : QString();
+  const bool isCut = option.fontMetrics.horizontalAdvance(text) > option.rect.width() - 2 * textMargin;
+  if (!index.isValid() || !isCut || model_->column(index.column()).checkBox) {
+    QToolTip::hideText();
+    return false;
+  }
+  QToolTip::showText(event->globalPos(), text, view, option.rect);
+  return true;
 }
 
 void GridDelegate::paintFocus(QPainter* painter, const QStyleOptionViewItem& option) const {

@@ -1,6 +1,8 @@
 #include "host/lookup/picker.h"
 
 #include <QApplication>
+#include <QFrame>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QStyleOptionViewItem>
@@ -88,7 +90,13 @@ void LookupPicker::build() {
       option.text.prepend(QString(blanksOfLevel * levels_[static_cast<std::size_t>(row)], u' '));
     }
   });
-  auto* column = new QVBoxLayout(this);
+  grid_->horizontalHeader()->setStretchLastSection(true);
+  auto* frame = new QFrame(this);
+  frame->setFrameShape(QFrame::StyledPanel);
+  auto* whole = new QVBoxLayout(this);
+  whole->setContentsMargins({});
+  whole->addWidget(frame);
+  auto* column = new QVBoxLayout(frame);
   column->setContentsMargins(2, 2, 2, 2);
   column->setSpacing(2);
   column->addWidget(search_);
