@@ -5,14 +5,14 @@
 
 namespace goodsbook {
 
-const QStaticText& CellText::laidOut(const QString& text) {
+QStaticText CellText::laidOut(const QString& text) {
   if (const QStaticText* known = kept_.object(text)) return *known;
-  auto* fresh = new QStaticText(text);
-  fresh->setTextFormat(Qt::PlainText);
-  fresh->setPerformanceHint(QStaticText::AggressiveCaching);
-  fresh->prepare({}, font_);
-  kept_.insert(text, fresh);
-  return *fresh;
+  QStaticText fresh(text);
+  fresh.setTextFormat(Qt::PlainText);
+  fresh.setPerformanceHint(QStaticText::AggressiveCaching);
+  fresh.prepare({}, font_);
+  kept_.insert(text, new QStaticText(fresh));
+  return fresh;
 }
 
 void CellText::draw(QPainter& painter, const QRect& room, Qt::Alignment alignment, const QString& text) {
@@ -21,13 +21,13 @@ void CellText::draw(QPainter& painter, const QRect& room, Qt::Alignment alignmen
     kept_.clear();
     font_ = painter.font();
   }
-  const QStaticText* shown = &laidOut(text);
-  if (shown->size().width() > room.width()) {
-    shown = &laidOut(painter.fontMetrics().elidedText(text, Qt::ElideRight, room.width()));
+  QStaticText shown = laidOut(text);
+  if (shown.size().width() > room.width()) {
+    shown = laidOut(painter.fontMetrics().elidedText(text, Qt::ElideRight, room.width()));
   }
-  const QSize size = shown->size().toSize();
+  const QSize size = shown.size().toSize();
   const QRect place = QStyle::alignedRect(painter.layoutDirection(), alignment, size, room);
-  painter.drawStaticText(place.topLeft(), *shown);
+  painter.drawStaticText(place.topLeft(), shown);
 }
 
 }  // namespace goodsbook

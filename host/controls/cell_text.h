@@ -17,7 +17,7 @@ class CellText {
   void draw(QPainter& painter, const QRect& room, Qt::Alignment alignment, const QString& text);
 
  private:
-  const QStaticText& laidOut(const QString& text);
+  QStaticText laidOut(const QString& text);
 
   QFont font_;  // that the kept texts are laid out for
   QCache<QString, QStaticText> kept_{4000};

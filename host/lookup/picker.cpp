@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QStyleOptionViewItem>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
@@ -19,7 +20,7 @@ namespace goodsbook {
 
 namespace {
 
-constexpr int blanksOfLevel = 4;
+constexpr qsizetype blanksOfLevel = 4;
 
 // One row for the list: code, name, initials.
 class ListRow : public engine::Row {
@@ -161,7 +162,7 @@ void LookupPicker::setVisible(bool visible) {
     QDialog::setVisible(false);
     return;
   }
-  if (!guarded(this, [this] { open(); })) return;
+  if (!guarded(this, [this] { prepare(); })) return;
   below->window()->installEventFilter(this);
   QDialog::setVisible(true);
   const QRect cell = edit_ != nullptr ? edit_->rect() : cellGrid_->visualRect(cellGrid_->currentIndex());
@@ -171,7 +172,7 @@ void LookupPicker::setVisible(bool visible) {
   search_->setFocus(Qt::PopupFocusReason);
 }
 
-void LookupPicker::open() {
+void LookupPicker::prepare() {
   all_ = table_.rows(condition_);
   preselect(code());
 }

@@ -57,7 +57,7 @@ class GOODSBOOKHOST_EXPORT LookupPicker : public TFrm_Base {
 
  private:
   void build();
-  void open();
+  void prepare();
   void preselect(const QString& code);
   void narrow(const QString& text);
   void fill(const std::vector<const LookupTable::Row*>& chosen);
