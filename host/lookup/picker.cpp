@@ -316,9 +316,7 @@ void LookupPicker::leave(bool onward) {
     if (now == nullptr) return;
     once->deleteLater();
     disconnect(qApp, nullptr, once, nullptr);
-    if (now == back)
-      QMetaObject::invokeMethod(
-          this, [this] { goOn(); }, Qt::QueuedConnection);
+    if (now == back) QTimer::singleShot(0, this, [this] { goOn(); });
   });
 }
 
