@@ -141,7 +141,7 @@ void TF2101_1::BTN_CHANGEClick() {
 void TF2101_1::unitButtonClick(int row, const QString& field) {
   DataSetDJ.moveTo(row);
   if (field.compare("DW_ID"_L1, Qt::CaseInsensitive) == 0) {
-    pickUnit(row);
+    pickUnit();
     return;
   }
   if (units_.isNew()) {
@@ -156,16 +156,10 @@ void TF2101_1::unitButtonClick(int row, const QString& field) {
   }
 }
 
-void TF2101_1::pickUnit(int row) {
+void TF2101_1::pickUnit() {
   DBGridEh1->setSelectedField(u"DW_ID"_s);
-  DBGridEh1->edit(DBGridEh1->model()->index(row, DBGridEh1->columnOf(u"DW_ID"_s)));
-  auto* editor = DBGridEh1->viewport()->findChild<QLineEdit*>();
-  if (!editor) return;
-  if (!gridUnitPicker_) {
-    gridUnitPicker_ = new LookupPicker(lookup::units(), this);
-    gridUnitPicker_->setTarget({.rows = &DataSetDJ, .codeField = u"DW_ID"_s, .nameField = {}});
-  }
-  gridUnitPicker_->dropBelow(editor);
+  if (!gridUnitPicker_) gridUnitPicker_ = new LookupPicker(lookup::units(), this);
+  gridUnitPicker_->showForCell(DBGridEh1, u"DW_ID"_s, {});
 }
 
 void TF2101_1::addUnitRow() {

@@ -36,7 +36,7 @@ class TF2101_1 : public TFrm_Base_Detail {
   void Edit1Exit();
   void BTN_CHANGEClick();
   void unitButtonClick(int row, const QString& field);
-  void pickUnit(int row);
+  void pickUnit();
   void addUnitRow();
   void removeUnitRow();
 

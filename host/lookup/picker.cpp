@@ -44,8 +44,9 @@ class ListRow : public engine::Row {
 int rank(const LookupTable::Row& row, const QString& typed) {
   const auto any = [&](auto&& test) { return test(row.id) || test(row.name) || test(row.initials); };
   if (row.id.compare(typed, Qt::CaseInsensitive) == 0) return 0;
-  if (any([&](const QString& text) { return text.startsWith(typed, Qt::CaseInsensitive); })) return 1;
-  if (any([&](const QString& text) { return text.contains(typed, Qt::CaseInsensitive); })) return 2;
+  if (any([&](const QString& text) { return text.compare(typed, Qt::CaseInsensitive) == 0; })) return 1;
+  if (any([&](const QString& text) { return text.startsWith(typed, Qt::CaseInsensitive); })) return 2;
+  if (any([&](const QString& text) { return text.contains(typed, Qt::CaseInsensitive); })) return 3;
   return -1;
 }
 
@@ -178,14 +179,14 @@ void LookupPicker::prepare() {
 }
 
 void LookupPicker::preselect(const QString& code) {
-  const auto best = [&](int worst) {
+  const auto stands = [&](bool asCode) {
     return std::any_of(all_.begin(), all_.end(), [&](const LookupTable::Row& row) {
       const int found = rank(row, code);
-      return found >= 0 && found <= worst;
+      return asCode ? found == 0 : found >= 0;
     });
   };
-  const bool isCode = !code.isEmpty() && best(0);
-  const bool isSearch = !code.isEmpty() && !isCode && best(2);
+  const bool isCode = !code.isEmpty() && stands(true);
+  const bool isSearch = !code.isEmpty() && !isCode && stands(false);
   search_->setText(isSearch ? code : QString());
   narrow(search_->text());
   if (isCode) rows_->locate(table_.idField, code);

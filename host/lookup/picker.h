@@ -36,7 +36,7 @@ class GOODSBOOKHOST_EXPORT LookupPicker : public TFrm_Base {
 
   // Makes this the picker of `edit`; `condition` (T-SQL) narrows the rows offered.
   void attach(TExtEdit* edit, const QString& condition = {});
-  // The same for any edit, which does not learn of it.
+  // The same for an edit that does not learn of it: show() drops the list below it.
   void dropBelow(QLineEdit* edit, const QString& condition = {});
   // For a cell of a grid: shows below the current cell, the row taken goes into these fields of the current
   // row.
