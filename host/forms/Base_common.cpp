@@ -272,7 +272,7 @@ void TFrm_Base_Common::onClick(QAbstractButton* button, std::function<void()> ha
 QPushButton* TFrm_Base_Common::makeButton(const QString& name, const QString& caption) {
   auto* button = new QPushButton(caption, this);
   button->setObjectName(name);
-  button->setAutoDefault(false);  // Enter means the next field
+  button->setAutoDefault(false);  // Enter is FormKeyDown's: the next field, or the button with the focus
   return button;
 }
 

@@ -106,7 +106,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Common : public TFrm_Base {
   // Set-up after the elements are there; calling it again does no harm.
   virtual void FormCreate();
   // Every key typed in this screen, before the element with the focus has it; an accepted event goes no
-  // further. Here: Enter goes to the next field, and presses a button.
+  // further. Here: Enter goes to the next field, and presses the button that has the focus.
   virtual void FormKeyDown(QKeyEvent* event);
   virtual void FormClose();  // it is being closed
 

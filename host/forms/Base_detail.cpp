@@ -1,10 +1,6 @@
 #include "host/forms/Base_detail.h"
 
-#include <QHBoxLayout>
-#include <QKeyEvent>
-#include <QPlainTextEdit>
 #include <QScopeGuard>
-#include <QVBoxLayout>
 
 #include "host/U_function.h"
 
@@ -20,33 +16,13 @@ bool isEditing(const RecordSet& rows) {
 }  // namespace
 
 TFrm_Base_Detail::TFrm_Base_Detail(QWidget* owner)
-    : TFrm_Base_Common(owner),
-      btn_ok(makeButton(u"btn_ok"_s, tr("确定"))),
-      btn_Cancel(makeButton(u"btn_Cancel"_s, tr("取消"))),
-      ContinueAdd(new QCheckBox(tr("保存后继续增加(&N)"), this)),
-      buttons_(new QHBoxLayout) {
+    : OkCancelScreen(owner), ContinueAdd(new QCheckBox(tr("保存后继续增加(&N)"), this)) {
   setModal(true);
   btn_ok->setToolTip(tr("保存 (F9)"));
   btn_Cancel->setToolTip(tr("不保存，返回 (Esc)"));
   ContinueAdd->setObjectName(u"ContinueAdd"_s);
   ContinueAdd->setFocusPolicy(Qt::NoFocus);  // Enter on the last field leads to OK
-  buttons_->addWidget(ContinueAdd);
-  buttons_->addStretch(1);
-  buttons_->addWidget(btn_ok);
-  buttons_->addWidget(btn_Cancel);
-  auto* layout = new QVBoxLayout(this);
-  layout->addWidget(body(), 1);
-  layout->addSpacing(6);
-  layout->addLayout(buttons_);
-  connect(btn_ok, &QPushButton::clicked, this, &TFrm_Base_Detail::pressOk);
-  onClick(btn_Cancel, [this] { btn_CancelClick(); });
-}
-
-void TFrm_Base_Detail::FormCreate() {
-  TFrm_Base_Common::FormCreate();
-  // The buttons were made first and are to be reached last.
-  if (previousInFocusChain() != btn_Cancel) setTabOrder(previousInFocusChain(), btn_ok);
-  setTabOrder(btn_ok, btn_Cancel);
+  buttonRow()->insertWidget(0, ContinueAdd);
 }
 
 bool TFrm_Base_Detail::InitForm(const QString& mode, RecordSet& listRows) {
@@ -119,14 +95,8 @@ void TFrm_Base_Detail::enableOk() {
   AllChange();
 }
 
-void TFrm_Base_Detail::pressOk() {
-  if (saving_ || isReadOnly() || !btn_ok->isEnabled()) return;
-  saving_ = true;
-  const QPointer<TFrm_Base_Detail> self = this;
-  guarded(this, [this] {
-    if (leaveFor(btn_ok)) btn_okClick();
-  });
-  if (self) saving_ = false;
+bool TFrm_Base_Detail::okAllowed() const {
+  return !isReadOnly() && btn_ok->isEnabled();
 }
 
 void TFrm_Base_Detail::btn_okClick() {
@@ -170,21 +140,6 @@ bool TFrm_Base_Detail::mayClose() {
   if (DISPINFO(tr("资料已更改，是否保存?"), 2) != 'y') return true;
   pressOk();
   return false;
-}
-
-void TFrm_Base_Detail::FormKeyDown(QKeyEvent* event) {
-  const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
-  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (event->key() == Qt::Key_Escape) {
-    event->accept();
-    reject();
-  } else if ((event->key() == Qt::Key_F9 && modifiers == Qt::NoModifier) ||
-             (enter && modifiers == Qt::ControlModifier && !qobject_cast<QPlainTextEdit*>(focusWidget()))) {
-    event->accept();
-    pressOk();
-  } else {
-    TFrm_Base_Common::FormKeyDown(event);
-  }
 }
 
 void TFrm_Base_Detail::reject() {

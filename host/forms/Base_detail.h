@@ -1,9 +1,7 @@
 #pragma once
 
-#include <QHBoxLayout>
-
 #include "host/export.h"
-#include "host/forms/Base_common.h"
+#include "host/forms/ok_cancel_screen.h"
 
 namespace goodsbook {
 
@@ -13,7 +11,7 @@ namespace goodsbook {
 // "CopyAdd" it appends a row to the list's record set before SaveData, so that "the current row" is the one
 // to fill; when SaveData does not come to its end that row is gone again, an edited row is as it was, and the
 // editor stays open with its input.
-class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public TFrm_Base_Common {
+class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public OkCancelScreen {
   Q_OBJECT
 
  public:
@@ -50,33 +48,25 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public TFrm_Base_Common {
   QString firstFocus;    // element name; empty: the first field that can be changed
   QString lockedFields;  // comma list of element names, case ignored: shown, not changed
 
-  virtual void btn_okClick();
-  virtual void btn_CancelClick();
-  void FormCreate() override;
-  // Enter: next field; Esc: as Cancel, after asking when something was typed; F9, Ctrl+Enter: OK.
-  void FormKeyDown(QKeyEvent* event) override;
-  void reject() override;
+  void btn_okClick() override;
+  void btn_CancelClick() override;
+  bool okAllowed() const override;
+  void reject() override;  // Esc and the close button: asks first when something was changed
   QString helpText() const override;
 
-  void enableOk();  // what every editor does when its data change by another way than its fields
-  QHBoxLayout* buttonRow() const { return buttons_; }  // own buttons go left of OK
-  QPushButton* btn_ok;
-  QPushButton* btn_Cancel;
+  void enableOk();         // what every editor does when its data change by another way than its fields
   QCheckBox* ContinueAdd;  // "保存后继续增加"; shown while adding
   bool appendsRow = true;  // a row for "Add" and "CopyAdd" is this class's business
 
  private:
-  void pressOk();
   void saveWithRow();
   bool mayClose();
   void openFilled();
 
   RecordSet* listRows_ = nullptr;
-  QHBoxLayout* buttons_;
   QString mode_;
   bool modified_ = false;
   bool saved_ = false;
-  bool saving_ = false;
 };
 
 }  // namespace goodsbook

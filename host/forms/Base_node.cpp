@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace goodsbook {
 
-TFrm_Base_Node::TFrm_Base_Node(QWidget* owner) : ListScreen(owner), TreeView(new QTreeWidget(this)) {
+TFrm_Base_Node::TFrm_Base_Node(QWidget* owner) : EditListScreen(owner), TreeView(new QTreeWidget(this)) {
   TreeView->setObjectName(u"TreeView"_s);
   TreeView->setHeaderHidden(true);
   TreeView->setUniformRowHeights(true);
@@ -31,11 +31,6 @@ TFrm_Base_Node::TFrm_Base_Node(QWidget* owner) : ListScreen(owner), TreeView(new
   Splitter->setStretchFactor(0, 2);
   Splitter->setStretchFactor(1, 3);
   Splitter->setSizes({380, 580});
-  addEditActions({.add = [this] { Act_AddExecute(); },
-                  .copyAdd = [this] { Act_CopyAddExecute(); },
-                  .edit = [this] { Act_EditExecute(); },
-                  .view = [this] { Act_ViewExecute(); },
-                  .remove = [this] { Act_DeleteExecute(); }});
   action(u"Act_Add"_s)->setText(tr("增加同级"));
   setActionHint(action(u"Act_Add"_s), tr("在所选节点的同级增加"));
   action(u"Act_CopyAdd"_s)->setText(tr("增加下级"));
@@ -48,26 +43,13 @@ TFrm_Base_Node::TFrm_Base_Node(QWidget* owner) : ListScreen(owner), TreeView(new
   connect(&AdoQry_Main, &RecordSet::afterScroll, this, &TFrm_Base_Node::listMoved);
 }
 
-void TFrm_Base_Node::InitForm(const Trecord& record) {
-  ListScreen::InitForm(record);
-  if (editor_) setEditor(editor_);
-  setEmptyText(hasRight(Trecord::addRight) ? tr("还没有记录。按 Ins 增加第一条。") : tr("还没有记录。"));
-}
-
-void TFrm_Base_Node::setEditor(TFrm_Base_Node_d* editor) {
-  editor_ = editor;
-  editor->SetFormParam(moduleCode());
-  editor->SetUserParam(record());
-  editor->SetBodyParam(bodyParams());
-}
-
 void TFrm_Base_Node::GetData() {
   GetList();
 }
 
 void TFrm_Base_Node::GetList() {
   const QScopedValueRollback<bool> syncing(syncing_, true);
-  ListScreen::GetData();
+  EditListScreen::GetData();
   AdoQry_Main.waitForAll();
   buildTree();
 }
@@ -145,44 +127,22 @@ void TFrm_Base_Node::listMoved() {
   updateActions();
 }
 
-void TFrm_Base_Node::updateActions() {
-  ListScreen::updateActions();
-  const bool open = AdoQry_Main.isOpen();
-  const bool onNode = open && !selectedCode().isEmpty();
-  enableAction(u"Act_Add"_s, open && hasRight(Trecord::addRight));
-  enableAction(u"Act_CopyAdd"_s, onNode && hasRight(Trecord::addRight));
-  enableAction(u"Act_Edit"_s, onNode && hasRight(Trecord::editRight));
-  enableAction(u"Act_View"_s, onNode);
-  enableAction(u"Act_Delete"_s, onNode && hasRight(Trecord::deleteRight));
+bool TFrm_Base_Node::onRow() const {
+  return !selectedCode().isEmpty();
 }
 
 void TFrm_Base_Node::openEditor(const QString& mode) {
-  if (!editor_ || (mode != "Add"_L1 && selectedCode().isEmpty())) return;
+  auto* nodeEditor = qobject_cast<TFrm_Base_Node_d*>(editor());
+  if (!nodeEditor || (mode != "Add"_L1 && !onRow())) return;
   const QPointer<TFrm_Base_Node> self = this;
   {
     const QScopedValueRollback<bool> syncing(syncing_, true);
-    editor_->InitForm(mode, AdoQry_Main, *TreeView);
+    nodeEditor->InitForm(mode, AdoQry_Main, *TreeView);
     if (!self) return;
   }
   showCount();
   treeMoved();
   TreeView->setFocus();
-}
-
-void TFrm_Base_Node::Act_AddExecute() {
-  openEditor(u"Add"_s);
-}
-
-void TFrm_Base_Node::Act_CopyAddExecute() {
-  openEditor(u"CopyAdd"_s);
-}
-
-void TFrm_Base_Node::Act_EditExecute() {
-  openEditor(u"Edit"_s);
-}
-
-void TFrm_Base_Node::Act_ViewExecute() {
-  openEditor(u"ReadOnly"_s);
 }
 
 void TFrm_Base_Node::Act_DeleteExecute() {
@@ -217,21 +177,12 @@ void TFrm_Base_Node::FormKeyDown(QKeyEvent* event) {
     DBGridEhDblClick();
     return;
   }
-  ListScreen::FormKeyDown(event);
+  EditListScreen::FormKeyDown(event);
 }
 
 void TFrm_Base_Node::showEvent(QShowEvent* event) {
-  ListScreen::showEvent(event);
+  EditListScreen::showEvent(event);
   if (!event->spontaneous()) TreeView->setFocus();
-}
-
-void TFrm_Base_Node::DBGridEhDblClick() {
-  const QAction* edits = action(u"Act_Edit"_s);
-  if (edits && edits->isEnabled()) {
-    Act_EditExecute();
-  } else if (const QAction* views = action(u"Act_View"_s); views && views->isEnabled()) {
-    Act_ViewExecute();
-  }
 }
 
 }  // namespace goodsbook

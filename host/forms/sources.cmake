@@ -12,11 +12,13 @@ target_sources(goodsbookhost PRIVATE
   forms/Base_qry.cpp forms/Base_qry.h
   forms/Sys_filter.cpp forms/Sys_filter.h
   forms/body_params.cpp
+  forms/edit_list_screen.cpp forms/edit_list_screen.h
   forms/field_set.cpp
   forms/form_builder.cpp
   forms/list_actions.cpp
   forms/list_screen.cpp forms/list_screen.h
   forms/list_statement.cpp
+  forms/ok_cancel_screen.cpp forms/ok_cancel_screen.h
   forms/row_delete.cpp
   forms/screen_events.cpp forms/screen_events.h
   forms/tree_node.cpp

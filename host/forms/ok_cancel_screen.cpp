@@ -1,0 +1,65 @@
+#include "host/forms/ok_cancel_screen.h"
+
+#include <QKeyEvent>
+#include <QPlainTextEdit>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+
+OkCancelScreen::OkCancelScreen(QWidget* owner)
+    : TFrm_Base_Common(owner),
+      btn_ok(makeButton(u"btn_ok"_s, tr("确定"))),
+      btn_Cancel(makeButton(u"btn_Cancel"_s, tr("取消"))),
+      buttons_(new QHBoxLayout) {
+  btn_ok->setToolTip(tr("确定 (F9)"));
+  btn_Cancel->setToolTip(tr("取消 (Esc)"));
+  buttons_->addStretch(1);
+  buttons_->addWidget(btn_ok);
+  buttons_->addWidget(btn_Cancel);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(body(), 1);
+  layout->addSpacing(6);
+  layout->addLayout(buttons_);
+  connect(btn_ok, &QPushButton::clicked, this, &OkCancelScreen::pressOk);
+  onClick(btn_Cancel, [this] { btn_CancelClick(); });
+}
+
+void OkCancelScreen::FormCreate() {
+  TFrm_Base_Common::FormCreate();
+  // The buttons were made first and are to be reached last.
+  if (previousInFocusChain() != btn_Cancel) setTabOrder(previousInFocusChain(), btn_ok);
+  setTabOrder(btn_ok, btn_Cancel);
+}
+
+bool OkCancelScreen::okAllowed() const {
+  return btn_ok->isVisibleTo(this) && btn_ok->isEnabled();
+}
+
+void OkCancelScreen::pressOk() {
+  if (pressing_ || !okAllowed()) return;
+  pressing_ = true;
+  const QPointer<OkCancelScreen> self = this;
+  guarded(this, [this] {
+    if (leaveFor(btn_ok)) btn_okClick();
+  });
+  if (self) pressing_ = false;
+}
+
+void OkCancelScreen::FormKeyDown(QKeyEvent* event) {
+  const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (event->key() == Qt::Key_Escape) {
+    event->accept();
+    reject();
+  } else if ((event->key() == Qt::Key_F9 && modifiers == Qt::NoModifier) ||
+             (enter && modifiers == Qt::ControlModifier && !qobject_cast<QPlainTextEdit*>(focusWidget()))) {
+    event->accept();
+    pressOk();
+  } else {
+    TFrm_Base_Common::FormKeyDown(event);
+  }
+}
+
+}  // namespace goodsbook

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QHBoxLayout>
+
+#include "host/export.h"
+#include "host/forms/Base_common.h"
+
+namespace goodsbook {
+
+// What dialogs and editors share: the body over a row of buttons that ends with OK and Cancel.
+class GOODSBOOKHOST_EXPORT OkCancelScreen : public TFrm_Base_Common {
+  Q_OBJECT
+
+ public:
+  explicit OkCancelScreen(QWidget* owner = nullptr);
+
+ protected:
+  virtual void btn_okClick() = 0;  // the focus is on OK then: the field that had it has been checked
+  virtual void btn_CancelClick() = 0;
+  virtual bool okAllowed() const;  // OK is shown and enabled
+
+  void FormCreate() override;
+  void FormKeyDown(QKeyEvent* event) override;  // Esc: reject(); F9, Ctrl+Enter: OK
+  void pressOk();
+
+  QHBoxLayout* buttonRow() const { return buttons_; }  // own buttons go left of OK
+  QPushButton* btn_ok;
+  QPushButton* btn_Cancel;
+
+ private:
+  QHBoxLayout* buttons_;
+  bool pressing_ = false;
+};
+
+}  // namespace goodsbook
