@@ -256,8 +256,9 @@ double RecordSet::sum(const QString& fieldName) const {
 }
 
 qint64 RecordSet::memoryBytes() const {
-  return static_cast<qint64>(d_->table.memoryBytes() + d_->base.memoryBytes() +
-                             (d_->view ? d_->view->memoryBytes() : 0));
+  std::size_t total = d_->table.memoryBytes() + d_->base.memoryBytes();
+  if (d_->view) total += d_->view->memoryBytes();
+  return static_cast<qint64>(total);
 }
 
 // --- files and copies

@@ -18,17 +18,17 @@ double numberOf(const FilterOperand& operand, const Cell& cell) {
 bool holds(Order order, std::partial_ordering is) {
   switch (order) {
     case Order::Equal:
-      return is == 0;
+      return std::is_eq(is);
     case Order::Unequal:
-      return is != 0;
+      return std::is_neq(is);
     case Order::Less:
-      return is < 0;
+      return std::is_lt(is);
     case Order::Greater:
-      return is > 0;
+      return std::is_gt(is);
     case Order::LessOrEqual:
-      return is <= 0;
+      return std::is_lteq(is);
     case Order::GreaterOrEqual:
-      return is >= 0;
+      return std::is_gteq(is);
   }
   return false;
 }
