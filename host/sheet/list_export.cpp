@@ -36,7 +36,7 @@ std::vector<SheetColumn> sheetColumns(const TDBGridEh& grid) {
 void exportList(QWidget* parent, const TDBGridEh& grid, const QString& title) {
   RecordSet* rows = grid.recordSet();
   if (rows == nullptr || !rows->isOpen()) return;
-  const QString filter = ListExport::tr("Excel 工作簿 (*.xlsx);;CSV 文本 (*.csv)");
+  const QString filter = ListExport::tr("电子表格 (*.xlsx);;CSV 文本 (*.csv)");
   QString path = Session::current().desktop().saveFile(parent, ListExport::tr("导出"),
                                                        title.trimmed() + u".xlsx"_s, filter);
   if (path.isEmpty()) return;
