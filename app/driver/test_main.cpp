@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <thread>
 
@@ -8,6 +9,10 @@
 // thread of their own, so that a dialog that waits for its user never waits for the test.
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  // Every test has a database file of its own: in memory, or the disk sets the pace.
+  if (qEnvironmentVariableIsEmpty("TMPDIR") && QFileInfo(QStringLiteral("/dev/shm")).isWritable()) {
+    qputenv("TMPDIR", "/dev/shm");
+  }
   ::testing::InitGoogleTest(&argc, argv);
   QStandardPaths::setTestModeEnabled(true);
   QApplication application(argc, argv);
