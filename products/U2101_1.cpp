@@ -65,7 +65,7 @@ void TF2101_1::RefreshData() {
   loadFields();
   refreshHeader();
   if (mode() == "Add"_L1) {
-    units_.openEmpty();
+    units_.openEmpty(moduleCode_);
   } else if (mode() == "CopyAdd"_L1) {
     units_.openCopy(moduleCode_, listRows().text(u"WL_ID"_s));
   } else {

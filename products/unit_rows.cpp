@@ -103,13 +103,16 @@ void UnitRows::create() {
                 {.name = u"ADDFLAG"_s, .type = FieldType::Integer}});
 }
 
-void UnitRows::load(const QString& moduleCode, const QString& product) {
-  if (names_.isEmpty()) {
-    opensql(source_, moduleCode, u"select dw_id,dw_name from D1003"_s);
-    for (source_.first(); !source_.eof(); source_.next()) {
-      names_.insert(source_.text(u"dw_id"_s).trimmed().toUpper(), source_.text(u"dw_name"_s));
-    }
+void UnitRows::readNames(const QString& moduleCode) {
+  if (!names_.isEmpty()) return;
+  opensql(source_, moduleCode, u"select dw_id,dw_name from D1003"_s);
+  for (source_.first(); !source_.eof(); source_.next()) {
+    names_.insert(source_.text(u"dw_id"_s).trimmed().toUpper(), source_.text(u"dw_name"_s));
   }
+}
+
+void UnitRows::load(const QString& moduleCode, const QString& product) {
+  readNames(moduleCode);
   opensql(source_, moduleCode,
           u"select *,0 AS ADDFLAG from D1801dw where wl_id='"_s + product + u"' order by T DESC,dw_id"_s);
 }
@@ -147,7 +150,8 @@ void UnitRows::openCopy(const QString& moduleCode, const QString& product) {
   rows_.enableControls();
 }
 
-void UnitRows::openEmpty() {
+void UnitRows::openEmpty(const QString& moduleCode) {
+  readNames(moduleCode);
   create();
 }
 

@@ -15,7 +15,7 @@ class UnitRows {
 
   void open(const QString& moduleCode, const QString& product);      // main unit first
   void openCopy(const QString& moduleCode, const QString& product);  // the same rows as new ones
-  void openEmpty();
+  void openEmpty(const QString& moduleCode);
 
   // Shows a message and throws EAbort when the rows cannot be saved: no row, not one main unit, its rate is
   // not 1, or a rate that is none.
@@ -27,10 +27,10 @@ class UnitRows {
   bool moveToMain();                            // makes the main unit's row current; false when there is none
   bool isNew() const;                           // the current row was added in this editing
   QString unitName(const QString& code) const;  // empty for an unknown one
-  bool isUnit(const QString& code) const { return names_.contains(code.trimmed().toUpper()); }
 
  private:
   void create();
+  void readNames(const QString& moduleCode);
   void load(const QString& moduleCode, const QString& product);
   void setDefaults();
 

@@ -118,6 +118,15 @@ TEST_F(ProductUnits, UnchangedRowsSendNothing) {
   EXPECT_EQ(unitStatements(), QString());
 }
 
+TEST_F(ProductUnits, OfANewProductShowTheirNames) {
+  openUnits(u"Act_Add"_s);
+  type(u"Edit1"_s, u"P2"_s);
+  act(u"N5"_s);
+  cell(grid, 0, u"DW_ID"_s, u"02"_s);
+  EXPECT_EQ(rows(grid)[0]["DW_NAME"_L1].toString(), u"箱"_s);
+  click(u"btn_Cancel"_s);
+}
+
 TEST_F(ProductUnits, AtLeastOneUnit) {
   openUnits(u"Act_Add"_s);
   type(u"Edit1"_s, u"P2"_s);
