@@ -62,7 +62,9 @@ LookupPicker::LookupPicker(const LookupTable& table, QWidget* owner, RecordSet* 
 }
 
 LookupPicker::~LookupPicker() {
-  auto* lookupEdit = qobject_cast<TExtEdit*>(edit_.data());
+  // Hiding moves the focus, and nothing of this list may answer to that any more.
+  disconnect(qApp, nullptr, this, nullptr);
+  auto* lookupEdit = qobject_cast<TExtEdit*>(edit());
   if (lookupEdit != nullptr && lookupEdit->lookup() == &table_) lookupEdit->setLookup(nullptr);
 }
 
@@ -125,26 +127,24 @@ void LookupPicker::attach(TExtEdit* edit, const QString& condition) {
 }
 
 void LookupPicker::dropBelow(QLineEdit* edit, const QString& condition) {
-  edit_ = edit;
-  cellGrid_ = nullptr;
+  anchor_ = edit;
   condition_ = condition;
 }
 
 void LookupPicker::showForCell(TDBGridEh* grid, const QString& codeField, const QString& nameField,
                                const QString& condition) {
-  edit_ = nullptr;
-  cellGrid_ = grid;
+  anchor_ = grid;
   condition_ = condition;
   target_ = {.rows = grid->recordSet(), .codeField = codeField, .nameField = nameField};
   setVisible(true);
 }
 
-QWidget* LookupPicker::anchor() const {
-  return edit_ != nullptr ? static_cast<QWidget*>(edit_) : static_cast<QWidget*>(cellGrid_);
+QLineEdit* LookupPicker::edit() const {
+  return qobject_cast<QLineEdit*>(anchor_.data());
 }
 
 QString LookupPicker::code() const {
-  if (edit_ != nullptr) return edit_->text().trimmed();
+  if (const QLineEdit* edit = this->edit()) return edit->text().trimmed();
   return target_.rows != nullptr ? target_.rows->text(target_.codeField) : QString();
 }
 
@@ -153,7 +153,7 @@ void LookupPicker::setVisible(bool visible) {
     if (visible) activateWindow();
     return;
   }
-  QWidget* below = anchor();
+  QWidget* below = anchor_;
   if (below == nullptr) {
     if (!visible) QDialog::setVisible(false);
     return;
@@ -166,8 +166,11 @@ void LookupPicker::setVisible(bool visible) {
   if (!guarded(this, [this] { prepare(); })) return;
   below->window()->installEventFilter(this);
   QDialog::setVisible(true);
-  const QRect cell = edit_ != nullptr ? edit_->rect() : cellGrid_->visualRect(cellGrid_->currentIndex());
-  move(dropPlace(edit_ != nullptr ? *below : *cellGrid_->viewport(), size(), cell));
+  if (const auto* grid = qobject_cast<TDBGridEh*>(below)) {
+    move(dropPlace(*grid->viewport(), size(), grid->visualRect(grid->currentIndex())));
+  } else {
+    move(dropPlace(*below, size(), below->rect()));
+  }
   raise();
   activateWindow();
   search_->setFocus(Qt::PopupFocusReason);
@@ -261,7 +264,7 @@ bool LookupPicker::eventFilter(QObject* watched, QEvent* event) {
       step(key);
       return true;
     }
-  } else if (event->type() == QEvent::Hide && anchor() != nullptr && watched == anchor()->window()) {
+  } else if (event->type() == QEvent::Hide && anchor_ != nullptr && watched == anchor_->window()) {
     hide();
   }
   return TFrm_Base::eventFilter(watched, event);
@@ -273,19 +276,19 @@ QString LookupPicker::helpText() const {
 
 void LookupPicker::focusWent(const QWidget* now) {
   // The edit may have the focus while the list shows: Esc there closes the list and not the screen.
-  if (isVisible() && now != nullptr && now != anchor() && now->window() != this) hide();
+  if (isVisible() && now != nullptr && now != anchor_ && now->window() != this) hide();
 }
 
 void LookupPicker::take() {
-  if (rows_->isEmpty() || anchor() == nullptr) return;
+  if (rows_->isEmpty() || anchor_ == nullptr) return;
   const QString code = rows_->text(table_.idField);
   const QString name = rows_->text(table_.nameField);
   guarded(this, [&] {
-    if (edit_ != nullptr) {
-      edit_->selectAll();
-      edit_->insert(code);
+    if (QLineEdit* edit = this->edit()) {
+      edit->selectAll();
+      edit->insert(code);
     }
-    auto* lookupEdit = qobject_cast<TExtEdit*>(edit_.data());
+    auto* lookupEdit = qobject_cast<TExtEdit*>(edit());
     QLabel* label = target_.nameLabel;
     if (label == nullptr && lookupEdit != nullptr) label = lookupEdit->nameLabel();
     if (label != nullptr) label->setText(name);
@@ -301,7 +304,7 @@ void LookupPicker::take() {
 
 void LookupPicker::leave(bool onward) {
   hide();
-  const QPointer<QWidget> back = anchor();
+  const QPointer<QWidget> back = anchor_;
   if (back == nullptr) return;
   back->window()->activateWindow();
   back->setFocus(Qt::OtherFocusReason);
@@ -322,8 +325,8 @@ void LookupPicker::leave(bool onward) {
 }
 
 void LookupPicker::goOn() {
-  QKeyEvent next(QEvent::KeyPress, edit_ != nullptr ? Qt::Key_Tab : Qt::Key_Return, Qt::NoModifier);
-  if (anchor() != nullptr && anchor()->hasFocus()) QApplication::sendEvent(anchor(), &next);
+  QKeyEvent next(QEvent::KeyPress, edit() != nullptr ? Qt::Key_Tab : Qt::Key_Return, Qt::NoModifier);
+  if (anchor_ != nullptr && anchor_->hasFocus()) QApplication::sendEvent(anchor_, &next);
 }
 
 }  // namespace goodsbook

@@ -45,7 +45,7 @@ class GOODSBOOKHOST_EXPORT LookupPicker : public TFrm_Base {
   void setTarget(Target target) { target_ = std::move(target); }
 
   void setVisible(bool visible) override;
-  QLineEdit* edit() const { return edit_; }
+  QLineEdit* edit() const;  // null for a cell of a grid
 
  Q_SIGNALS:
   void picked(const QString& code, const QString& name);
@@ -66,14 +66,12 @@ class GOODSBOOKHOST_EXPORT LookupPicker : public TFrm_Base {
   void leave(bool onward);
   void goOn();
   void focusWent(const QWidget* now);
-  QWidget* anchor() const;  // the edit or the grid that it drops below
-  QString code() const;     // that stands there
+  QString code() const;  // that stands there
 
   LookupTable table_;
   QString condition_;
   Target target_;
-  QPointer<QLineEdit> edit_;
-  QPointer<TDBGridEh> cellGrid_;
+  QPointer<QWidget> anchor_;  // the edit or the grid that it drops below
   QPointer<RecordSet> rows_;
   TCustomDBEditEh* search_;
   TDBGridEh* grid_;
