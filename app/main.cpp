@@ -1,6 +1,7 @@
 #include <QApplication>
 
 #include "app/appearance.h"
+#include "app/commands/barcode_library_command.h"
 #include "app/commands/console.h"
 #include "app/commands/drive_command.h"
 #include "app/commands/init_command.h"
@@ -33,7 +34,8 @@ QString usage() {
       "  tour      打开每个窗口，各存一张图片\n"
       "  sql       执行一批 T-SQL\n"
       "  schema    显示建表语句\n"
-      "  init      新建一个数据库，可带样例数据\n");
+      "  init      新建一个数据库，可带样例数据\n"
+      "  barcode-library  由 CSV 文件建立离线条码库，或查一个条码\n");
 }
 
 using Command = int (*)(const QStringList&);
@@ -41,6 +43,7 @@ using Command = int (*)(const QStringList&);
 Command consoleCommand(const QByteArray& name) {
   if (name == "sql") return goodsbook::runSqlCommand;
   if (name == "schema") return goodsbook::runSchemaCommand;
+  if (name == "barcode-library") return goodsbook::runBarcodeLibraryCommand;
   return nullptr;
 }
 

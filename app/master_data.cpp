@@ -4,7 +4,7 @@
 #include <QDir>
 #include <stdexcept>
 
-#include "host/forms/Base.h"
+#include "host/published_screens.h"
 
 using namespace Qt::StringLiterals;
 
@@ -29,20 +29,13 @@ bool MasterData::load() {
   }
   entry_ = reinterpret_cast<Entry>(library_.resolve("ProcDLL1"));
   if (!entry_) error_ = Texts::tr("模块 %1 没有入口 ProcDLL1").arg(library_.fileName());
+  if (entry_) publishScreensOf(library_.fileName());
   return entry_ != nullptr;
 }
 
 void MasterData::open(const Trecord& record, QWidget* owner) {
   if (!entry_) throw std::logic_error("the plug-in is not loaded");
   entry_(record, owner);
-}
-
-TFrm_Base* MasterData::createPublished(const QString& className, QWidget* owner) {
-  // A published class is found by its meta-object, which carries its constructor.
-  const QByteArray name = className.toLatin1();
-  const QByteArray symbol = "_ZN9goodsbook" + QByteArray::number(name.size()) + name + "16staticMetaObjectE";
-  const auto* type = reinterpret_cast<const QMetaObject*>(library_.resolve(symbol.constData()));
-  return type ? qobject_cast<TFrm_Base*>(type->newInstance(Q_ARG(QWidget*, owner))) : nullptr;
 }
 
 }  // namespace goodsbook

@@ -9,10 +9,9 @@ class QWidget;
 
 namespace goodsbook {
 
-class TFrm_Base;
-
 // The plug-in with the screens of the master data, loaded when it is first needed from the lib folder beside
-// the program's. Loading never throws: what failed is kept and can be shown.
+// the program's; what it publishes (host/published_screens.h) is there from then on. Loading never throws:
+// what failed is kept and can be shown.
 class MasterData {
  public:
   // `folder`: where the plug-in lies; empty for ../lib beside the program.
@@ -25,10 +24,6 @@ class MasterData {
   // Opens the screen of the record's module number, owned by `owner`. Whatever the entry raises passes
   // through; std::logic_error when the plug-in is not loaded.
   void open(const Trecord& record, QWidget* owner);
-
-  // Makes one of the screens that the plug-in publishes for other modules, by its class name; null when it
-  // has none of this name. Such a class is exported (entry/export.h) and its constructor is Q_INVOKABLE.
-  TFrm_Base* createPublished(const QString& className, QWidget* owner);
 
  private:
   using Entry = void (*)(const Trecord&, QWidget*);

@@ -1,6 +1,5 @@
 #include "products/U2101a_2.h"
 
-#include <QFile>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -9,24 +8,31 @@
 #include "host/data/errors.h"
 #include "host/forms/form_builder.h"
 #include "host/session.h"
-#include "products/offline_key.h"
 
 using namespace Qt::StringLiterals;
 
 namespace goodsbook {
 
-namespace {
-const QString downloadPage = u"https://goodsbook.example/barcodes"_s;  // where SYS_SETTING names no other
-}
-
 TF2101A_2::TF2101A_2(QWidget* owner)
     : TFrm_Base_Dialog(owner),
+      library_(BarcodeLibrary::fileIn(Session::current().programDir())),
       DBGridEh(new TDBGridEh(body())),
       Label1(new LinkLabel(tr("当增加新商品条码检查重复时会出现此提示,请按以下步骤进行操作："), body())) {
   setWindowTitle(tr("重复条码提示"));
   resize(754, 383);
-  DBGridEh->setObjectName(u"DBGridEh"_s);
+  buildGrid();
+  FormBuilder form(*this);
+  form.wide(DBGridEh, 1);
+  form.wide(buildPanel());
+  btn_ok->hide();
+  btn_ok->setEnabled(false);
+  setEnterAccepts(true);
+  FormCreate();
+}
+
+void TF2101A_2::buildGrid() {
   const QString time = u"yyyy-MM-dd HH:mm"_s;
+  DBGridEh->setObjectName(u"DBGridEh"_s);
   DBGridEh->setColumns({{.field = u"C"_s, .title = tr("类型"), .width = 56},
                         {.field = u"TM"_s, .title = tr("条码"), .width = 110},
                         {.field = u"WL_NAME"_s, .title = tr("品名"), .width = 190},
@@ -40,53 +46,64 @@ TF2101A_2::TF2101A_2(QWidget* owner)
                         {.field = u"WL_ID"_s, .title = tr("商品编号"), .width = 90}});
   DBGridEh->setReadOnly(true);
   DBGridEh->setRowNumbers(true);
-  DBGridEh->setEvenRowColor(QColor::fromRgb(0xF4, 0xF0, 0xF0));
+  DBGridEh->setEvenRowColor(QColor(0xF0, 0xF1, 0xF4));
   DBGridEh->setRecordSet(&AdoQry_Tmp);
   connect(DBGridEh, &TDBGridEh::rowDoubleClicked, this, [this] { setModalResult(QDialog::Accepted); });
+}
 
+QWidget* TF2101A_2::buildPanel() {
   auto* panel = new QWidget(body());
   panel->setObjectName(u"Panel1"_s);
+  panel->setAutoFillBackground(true);
+  QPalette colours = panel->palette();  // whole, so that the text stays readable in a dark window
+  colours.setColor(QPalette::Window, QColor(0xDF, 0xFF, 0xEF));
+  colours.setColor(QPalette::WindowText, Qt::black);
+  colours.setColor(QPalette::Link, QColor(0x00, 0x4A, 0x99));
+  panel->setPalette(colours);
   auto* Label3 = new LinkLabel(
       tr("[回车]键  继续当新商品条码（会出现不同商品相同条码）    [ESC]键  返回更改条码"), panel);
   Label3->setObjectName(u"Label3"_s);
   Label1->setObjectName(u"Label1"_s);
-  Label1->setLink(false);
   auto* lines = new QVBoxLayout(panel);
-  lines->addWidget(Label1);
-  lines->addWidget(Label3);
   for (LinkLabel* label : {Label1, Label3}) {
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    lines->addWidget(label);
     connect(label, &LinkLabel::clicked, this, [this] { guarded(this, [this] { Label1Click(); }); });
   }
-  FormBuilder form(*this);
-  form.wide(DBGridEh, 1);
-  form.wide(panel);
-  btn_ok->hide();
-  btn_ok->setEnabled(false);
-  setEnterAccepts(true);
-  FormCreate();
-  FormCreateLibrary();
+  return panel;
 }
 
-void TF2101A_2::FormCreateLibrary() {
-  library_.Database = Session::current().programFile(u"MOXELZBC"_s);
-  if (!QFile::exists(library_.Database)) return;
+void TF2101A_2::FormCreate() {
+  TFrm_Base_Dialog::FormCreate();
+  Label1->setLink(false);
+  Label1->setAutoFillBackground(true);
+  offlineAvailable_ = false;
+  if (!library_.exists()) return;
   try {
-    library_.Open();
-    TASQLite3Query count(library_);
-    count.Open(u"select count(*) AS COUNT from C"_s);
-    Label1->setText(tr("  本地离线条码库共：") + count.FieldByName(u"COUNT"_s));
+    library_.open();
+    Label1->setText(tr("  本地离线条码库共：") + QString::number(library_.count()));
     offlineAvailable_ = true;
   } catch (const EDatabaseError&) {
-    // Without the library the prompt still knows the shop's own products.
-    Label1->setText(tr("  离线条码库不存在,离线库存在可从条码选择品名,省去录入中文。点击从官网下载") +
-                    downloadPage);
-    Label1->setLink(true);
+    offerDownload();
   }
+}
+
+// Without the library the prompt still knows the shop's own products.
+void TF2101A_2::offerDownload() {
+  offlineAvailable_ = false;
+  Label1->setText(tr("  离线条码库不存在,离线库存在可从条码选择品名,省去录入中文。点击从官网下载") +
+                  downloadPage());
+  Label1->setLink(true);
+}
+
+QString TF2101A_2::downloadPage() const {
+  const QString page = Getsysinfo(u"BarcodeLibraryPage"_s);
+  return page.isEmpty() ? u"https://goodsbook.example/barcodes"_s : page;
 }
 
 void TF2101A_2::Label1Click() {
-  const QString page = Getsysinfo(u"BarcodeLibraryPage"_s);
-  Session::current().desktop().openUrl(page.isEmpty() ? downloadPage : page);
+  Session::current().desktop().openUrl(downloadPage());
 }
 
 void TF2101A_2::init(const QString& barcode) {
@@ -94,19 +111,26 @@ void TF2101A_2::init(const QString& barcode) {
       AdoQry_Tmp, u"101"_s,
       u"SELECT '本地库' as C,D1801DW.TM, D1801.WL_NAME, D1801.WL_GG, D1003.DW_NAME, D1801.CD,D1801DW.SJ, D1801DW.CGJ, D1801.BDATE, D1801.EDATE, D1801.WL_ID FROM D1801 INNER JOIN D1801DW ON D1801.WL_ID = D1801DW.WL_ID INNER JOIN D1003 ON D1801DW.DW_ID = D1003.DW_ID where D1801DW.tm='"_s +
           barcode + u'\'');
-  if (!offlineAvailable_) return;
-  TASQLite3Query known(library_);
-  for (known.Open(u"select * from C where c_no2='"_s + offlineKey(barcode) + u'\''); !known.Eof();
-       known.Next()) {
+  if (offlineAvailable_) appendOffline(barcode);
+  AdoQry_Tmp.first();
+}
+
+void TF2101A_2::appendOffline(const QString& barcode) {
+  std::vector<KnownBarcode> found;
+  try {
+    found = library_.find(barcode);
+  } catch (const EDatabaseError&) {
+    offerDownload();  // damaged, or gone since
+  }
+  for (const KnownBarcode& known : found) {
     AdoQry_Tmp.append();
     AdoQry_Tmp.setValue(u"C"_s, tr("离线库"));
     AdoQry_Tmp.setValue(u"tm"_s, barcode);
-    AdoQry_Tmp.setValue(u"WL_NAME"_s, known.FieldByName(u"c_NAME"_s));
-    AdoQry_Tmp.setValue(u"WL_GG"_s, known.FieldByName(u"c_gg"_s));
-    AdoQry_Tmp.setValue(u"cd"_s, known.FieldByName(u"c_cd"_s));
+    AdoQry_Tmp.setValue(u"WL_NAME"_s, known.name);
+    AdoQry_Tmp.setValue(u"WL_GG"_s, known.specification);
+    AdoQry_Tmp.setValue(u"cd"_s, known.origin);
     AdoQry_Tmp.post();
   }
-  AdoQry_Tmp.first();
 }
 
 }  // namespace goodsbook

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/controls/TASQLite3.h"
+#include "host/barcodes/barcode_library.h"
 #include "host/controls/TDBGridEh.h"
 #include "host/forms/Base_dialog.h"
 #include "products/published.h"
@@ -18,14 +18,21 @@ class GOODSBOOK_PUBLISHED TF2101A_2 : public TFrm_Base_Dialog {
   Q_INVOKABLE explicit TF2101A_2(QWidget* owner = nullptr);
 
   // Fills the list for a barcode as it was typed. The caller shows the dialog when rows() has any.
-  void init(const QString& barcode);
+  Q_INVOKABLE void init(const QString& barcode);
   const RecordSet& rows() const { return AdoQry_Tmp; }
 
+ protected:
+  void FormCreate() override;
+
  private:
-  void FormCreateLibrary();
+  void buildGrid();
+  QWidget* buildPanel();
+  void appendOffline(const QString& barcode);
+  void offerDownload();
+  QString downloadPage() const;
   void Label1Click();
 
-  TASQLite3DB library_;
+  BarcodeLibrary library_;
   bool offlineAvailable_ = false;
   TDBGridEh* DBGridEh;
   LinkLabel* Label1;

@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <stdexcept>
 
 #include "host/U_function.h"
 #include "host/U_glo.h"
@@ -11,6 +12,7 @@
 #include "host/session.h"
 #include "products/U2101_2.h"
 #include "products/U2101a_2.h"
+#include "products/purchase_entry.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,8 +24,15 @@ QuickProductEditor::QuickProductEditor(bool hasReferencePrices, QWidget* owner)
   buildFields();
   FormCreate();
   applyPriceFormats();
-  for (const QString& name : {u"Label13"_s, u"J"_s, u"L"_s, u"JJ"_s}) elementNamed(name)->hide();
+  enablePurchaseFields(false);
   if (!GPARAM28) hideLargeUnits();
+}
+
+void QuickProductEditor::enablePurchaseFields(bool on) {
+  for (const QString& name : {u"Label13"_s, u"J"_s, u"L"_s, u"JJ"_s}) {
+    elementNamed(name)->setVisible(on);
+    elementNamed(name)->setEnabled(on);
+  }
 }
 
 void QuickProductEditor::hideLargeUnits() {
@@ -33,10 +42,10 @@ void QuickProductEditor::hideLargeUnits() {
 }
 
 void QuickProductEditor::SetStatus(RecordSet& lines) {
-  for (const QString& name : {u"Label13"_s, u"J"_s, u"L"_s, u"JJ"_s}) {
-    elementNamed(name)->show();
-    elementNamed(name)->setEnabled(true);
+  for (const Field& field : purchaseLineFields()) {
+    if (!lines.hasField(field.name)) throw std::invalid_argument("no field " + field.name.toStdString());
   }
+  enablePurchaseFields(true);
   moduleCode_ = u"101"_s;
   fromDocument_ = true;
   TFrm_Base_Detail::SetStatus(lines);

@@ -13,9 +13,9 @@ class QuickProductEditor : public TFrm_Base_Detail {
   Q_OBJECT
 
  public:
-  // `lines` are a purchase document's lines with the fields WL_ID, WL_NAME, WL_GG, dw_id, tm, DW_NAME, adw,
-  // DJ, sl, money and, with packs in use (GPARAM28), DW_zh, dw_j, dw_l. Returns at once; each saved product
-  // appends one posted line.
+  // `lines` are a purchase document's lines with the fields of purchaseLineFields() (purchase_entry.h).
+  // Returns at once; each saved product appends one posted line. std::invalid_argument when a field is
+  // missing.
   void SetStatus(RecordSet& lines) override;
 
  protected:
@@ -28,6 +28,7 @@ class QuickProductEditor : public TFrm_Base_Detail {
   void buildFields();
   void applyPriceFormats();
   void hideLargeUnits();
+  void enablePurchaseFields(bool on);
 
   void fillFromRow();
   void fillForAdd();
@@ -39,6 +40,7 @@ class QuickProductEditor : public TFrm_Base_Detail {
   void vipsjExit();
   void BTN_CHANGEClick();
 
+  void checkPrices();
   void drawNumber();
   void refuseWithdrawnNegativeStock();
   QString headerStatements() const;
@@ -47,6 +49,7 @@ class QuickProductEditor : public TFrm_Base_Detail {
   QString referencePrices(
       const QString& form) const;  // "{name}" and "{text}" of each, joined; empty without them
   void appendPurchaseLine();
+  void reckonPurchase();
   void writeBack();
 
   const bool hasReferencePrices_;

@@ -1,5 +1,6 @@
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <algorithm>
 
 #include "host/U_glo.h"
 #include "host/forms/form_builder.h"
@@ -113,6 +114,8 @@ void QuickProductEditor::buildFields() {
       {.name = u"BDATE"_s, .label = tr("登录时间:"), .kind = FieldKind::Value, .sameRow = true},
       {.name = u"EDATE"_s, .label = tr("最后更改:"), .kind = FieldKind::Value, .sameRow = true},
   });
+  edit(u"L"_s)->setAccessibleName(tr("零数"));
+  edit(u"JJ"_s)->setAccessibleName(tr("本次进价"));
   (new TFrm_Sys_LINK_CL(this))->init(lookupEdit(u"CLASS_ID"_s));
   (new TFrm_Sys_LINK_DW(this))->init(nullptr, nullptr, lookupEdit(u"dw_id"_s), nullptr, {}, {}, {});
   connect(edit(u"TM"_s), &QLineEdit::textChanged, this, [this] { TMChange(); });
@@ -126,7 +129,7 @@ void QuickProductEditor::applyPriceFormats() {
   if (hasReferencePrices_) prices << u"PFJ1"_s << u"PFJ2"_s << u"PFJ3"_s << u"PFJ4"_s;
   for (const QString& name : prices) {
     numberEdit(name)->setDisplayFormat(G_PriceFormat);
-    numberEdit(name)->setDecimalPlaces(static_cast<int>(G_PriceFormat.size()) - 2);
+    numberEdit(name)->setDecimalPlaces(std::max(0, static_cast<int>(G_PriceFormat.size()) - 2));
   }
 }
 

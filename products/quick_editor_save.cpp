@@ -1,4 +1,5 @@
 #include <cmath>
+#include <optional>
 
 #include "host/U_function.h"
 #include "host/U_glo.h"
@@ -13,14 +14,28 @@ namespace goodsbook {
 
 namespace {
 
-// Amounts are kept with four decimals.
-double currency(double value) {
-  return std::round(value * 10'000) / 10'000;
-}
+// Quantities, prices and amounts are reckoned in ten-thousandths. Nothing for a text that is no number.
+struct Currency {
+  long double units = 0;
+
+  static std::optional<Currency> of(const QString& text) {
+    bool isNumber = false;
+    const double value = text.toDouble(&isNumber);
+    if (!isNumber) return std::nullopt;
+    return Currency{std::round(static_cast<long double>(value) * perUnit)};
+  }
+  Currency operator+(Currency other) const { return {units + other.units}; }
+  Currency operator*(Currency other) const { return {std::round(units * other.units / perUnit)}; }
+  double value() const { return static_cast<double>(units / perUnit); }
+
+ private:
+  static constexpr long double perUnit = 10'000;
+};
 
 }  // namespace
 
 void QuickProductEditor::SaveData() {
+  checkPrices();
   drawNumber();
   if (!GKH1 && text(u"TM"_s).isEmpty()) setText(u"TM"_s, text(u"Edit1"_s));
   refuseWithdrawnNegativeStock();
@@ -30,6 +45,17 @@ void QuickProductEditor::SaveData() {
     appendPurchaseLine();
   } else {
     writeBack();
+  }
+}
+
+// Prices of a new product go into its statement as numbers. A copied product may lack some, and fields that
+// were never left have not been checked.
+void QuickProductEditor::checkPrices() {
+  if (isAdding()) vipsjExit();
+  QStringList prices{u"SJ"_s, u"vipsj"_s, u"PFJ"_s, u"CGJ"_s};
+  if (hasReferencePrices_) prices << u"PFJ1"_s << u"PFJ2"_s << u"PFJ3"_s << u"PFJ4"_s;
+  for (const QString& name : prices) {
+    if (isAdding() || !text(name).isEmpty()) CheckFloat(edit(name));
   }
 }
 
@@ -119,28 +145,30 @@ void QuickProductEditor::appendPurchaseLine() {
     lines.setValue(field, text(element));
   }
   if (!AdoQry_Tmp.isEmpty()) lines.setValue(u"adw"_s, AdoQry_Tmp.value(u"adw"_s));
-  // An input that is no number ends the reckoning; the line keeps what it has by then.
-  const auto number = [this](const QString& name) {
-    bool isNumber = false;
-    const double value = text(name).toDouble(&isNumber);
-    if (!isNumber) throw EAbort();
-    return currency(value);
-  };
-  try {
-    const double price = number(u"JJ"_s);
-    lines.setValue(u"DJ"_s, price);
-    double quantity = number(u"L"_s);
-    if (GPARAM28) {
-      lines.setValue(u"DW_zh"_s, number(u"dw_zh"_s));
-      lines.setValue(u"dw_j"_s, number(u"J"_s));
-      lines.setValue(u"dw_l"_s, quantity);
-      quantity = currency(number(u"J"_s) * number(u"dw_zh"_s) + quantity);
-    }
-    lines.setValue(u"sl"_s, quantity);
-    lines.setValue(u"money"_s, currency(quantity * price));
-  } catch (const EAbort&) {
-  }
+  reckonPurchase();
   lines.post();
+}
+
+// An input that is no number ends the reckoning; the line keeps what it has by then.
+void QuickProductEditor::reckonPurchase() {
+  RecordSet& lines = listRows();
+  const auto price = Currency::of(text(u"JJ"_s));
+  if (price) lines.setValue(u"DJ"_s, text(u"JJ"_s));
+  std::optional<Currency> quantity = Currency::of(text(u"L"_s));
+  if (GPARAM28) {
+    const auto rate = Currency::of(text(u"dw_zh"_s));
+    const auto packs = Currency::of(text(u"J"_s));
+    const auto loose = quantity;
+    for (const auto& [field, amount] :
+         {std::pair{u"DW_zh"_s, rate}, {u"dw_j"_s, packs}, {u"dw_l"_s, loose}}) {
+      if (!amount) return;
+      lines.setValue(field, amount->value());
+    }
+    quantity = *packs * *rate + *loose;
+  }
+  if (!quantity) return;
+  lines.setValue(u"sl"_s, quantity->value());
+  if (price) lines.setValue(u"money"_s, (*quantity * *price).value());
 }
 
 void QuickProductEditor::writeBack() {
@@ -160,7 +188,9 @@ void QuickProductEditor::writeBack() {
                                        {u"CGJ"_s, u"CGJ"_s},
                                        {u"pfj"_s, u"PFJ"_s},
                                        {u"TM"_s, u"TM"_s},
-                                       {u"DW_zh"_s, u"dw_zh"_s}}) {
+                                       {u"DW_zh"_s, u"dw_zh"_s},
+                                       // Not shown, but what the row is edited from the next time.
+                                       {u"DW_J_NAME"_s, u"Edit4"_s}}) {
     row.setValue(field, text(element));
   }
   if (hasReferencePrices_) {

@@ -10,7 +10,7 @@ target_sources(masterdata_screens PRIVATE
   ${CMAKE_SOURCE_DIR}/products/U2101_2.cpp ${CMAKE_SOURCE_DIR}/products/U2101_4.cpp
   ${CMAKE_SOURCE_DIR}/products/U2101_4p.cpp
   ${CMAKE_SOURCE_DIR}/products/quick_editor.cpp ${CMAKE_SOURCE_DIR}/products/quick_editor_layout.cpp
-  ${CMAKE_SOURCE_DIR}/products/quick_editor_save.cpp ${CMAKE_SOURCE_DIR}/products/offline_key.cpp
+  ${CMAKE_SOURCE_DIR}/products/quick_editor_save.cpp
   ${CMAKE_SOURCE_DIR}/products/U2101a_1.cpp ${CMAKE_SOURCE_DIR}/products/U2101a_2.cpp
   ${CMAKE_SOURCE_DIR}/products/U2101a_3.cpp
 )

@@ -5,6 +5,7 @@
 #include <QThread>
 #include <utility>
 
+#include "app/driver/input.h"
 #include "app/driver/table.h"
 #include "host/data/errors.h"
 #include "host/data/record_set.h"
@@ -189,7 +190,15 @@ void Driver::settled() {
     QTimer::singleShot(delay, this, [this] { turn_.start(); });
     return;
   }
+  giveBackKeyboard();
   answer(job);
+}
+
+// Where a window has gone that had the keyboard, a desktop hands it to the one behind; without one it would
+// stay nowhere.
+void Driver::giveBackKeyboard() {
+  QWidget* front = addressing_.foremost();
+  if (!QApplication::activeWindow() && front && front->isVisible()) activate(*front);
 }
 
 void Driver::answer(const std::shared_ptr<Job>& job) {

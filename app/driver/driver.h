@@ -86,6 +86,7 @@ class Driver : public QObject {
   void runNextAction(const std::shared_ptr<Job>& job);
   void look();  // one turn of the event loop while a command is on its way
   void settled();
+  void giveBackKeyboard();
   void answer(const std::shared_ptr<Job>& job);
   void closeAll(const QPointer<QWidget>& refused, std::function<void()> done);
 

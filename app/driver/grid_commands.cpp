@@ -95,17 +95,23 @@ QJsonObject rowObject(const Rows& rows, const std::vector<ShownField>& fields, i
   return object;
 }
 
+// A record set that belongs to no window is read without one, too.
+Rows readableRows(Driver& driver, const QString& name) {
+  if (!driver.addressing().foremost() && driver.kept(name)) return {driver.kept(name), nullptr};
+  return findRows(driver, driver.addressing().addressed(), name);
+}
+
 Step listRows(Driver& driver, const Arguments& arguments) {
   const QString name = arguments.text("element");
   const int offset = arguments.optionalInteger("offset").value_or(0);
   const int limit = arguments.optionalInteger("limit").value_or(std::numeric_limits<int>::max());
   if (offset < 0 || limit < 0) throw CommandError(DriverTexts::tr("offset 和 limit 不能为负数"));
-  const Rows found = findRows(driver, driver.addressing().addressed(), name);
+  const Rows found = readableRows(driver, name);
   return {.actions = {[set = QPointer(found.set)] {
             if (set) set->waitForAll();
           }},
           .answer = [&driver, name, offset, limit] {
-            const Rows rows = findRows(driver, driver.addressing().addressed(), name);
+            const Rows rows = readableRows(driver, name);
             const std::vector<ShownField> fields = shownFields(rows);
             const int count = rows.set->rowCount();
             const int end = limit < count - std::min(offset, count) ? offset + limit : count;

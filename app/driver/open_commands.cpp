@@ -9,6 +9,7 @@
 #include "app/master_data.h"
 #include "host/data/record_set.h"
 #include "host/forms/Base_detail.h"
+#include "products/purchase_entry.h"
 
 using namespace Qt::StringLiterals;
 
@@ -78,33 +79,22 @@ Step open(Driver& driver, const Arguments& arguments) {
           }};
 }
 
-// The lines of a purchase as the document that opens a quick editor has them.
-std::unique_ptr<RecordSet> purchaseLines() {
-  const auto text = [](const QString& name, int size) { return Field{name, FieldType::Text, size, {}, {}}; };
-  const auto number = [](const QString& name, FieldType type) { return Field{name, type, 0, {}, {}}; };
-  auto lines = std::make_unique<RecordSet>();
-  lines->create({text(u"WL_ID"_s, 20), text(u"WL_NAME"_s, 80), text(u"WL_GG"_s, 40), text(u"DW_ID"_s, 2),
-                 text(u"DW_NAME"_s, 10), text(u"TM"_s, 30), number(u"ADW"_s, FieldType::Integer),
-                 number(u"SL"_s, FieldType::Float), number(u"DJ"_s, FieldType::Float),
-                 number(u"MONEY"_s, FieldType::Float), number(u"DW_ZH"_s, FieldType::Float),
-                 number(u"DW_J"_s, FieldType::Float), number(u"DW_L"_s, FieldType::Float)});
-  return lines;
-}
-
+// As another module does it, over lines that outlive the editor's window, for `rows` to read.
 Step purchase(Driver& driver, const Arguments& arguments) {
   const QString className = arguments.text("class");
-  if (!driver.masterData().load()) throw CommandError(driver.masterData().error());
-  TFrm_Base* screen = driver.masterData().createPublished(className, driver.owner());
-  auto* editor = qobject_cast<TFrm_Base_Detail*>(screen);
-  if (!editor) {
-    delete screen;
+  if (className != quickEditorClass && className != quickEditorWithReferencePricesClass)
     throw CommandError(DriverTexts::tr("没有公开的编辑窗体 %1").arg(className));
-  }
-  return {.actions = {[&driver, target = QPointer(editor)] {
-            std::unique_ptr<RecordSet> lines = purchaseLines();
+  if (!driver.masterData().load()) throw CommandError(driver.masterData().error());
+  return {.actions = {[&driver, className] {
+            TFrm_Base_Detail* editor = createQuickEditor(className, driver.owner());
+            if (!editor) throw CommandError(DriverTexts::tr("没有公开的编辑窗体 %1").arg(className));
+            auto lines = std::make_unique<RecordSet>();
+            lines->create(purchaseLineFields());
             RecordSet& rows = *lines;
             driver.keep(u"purchase"_s, std::move(lines));
-            guarded(target, [&] { target->SetStatus(rows); });
+            // The next purchase takes the place of these lines, and of their editor with them.
+            QObject::connect(&rows, &QObject::destroyed, editor, &QObject::deleteLater);
+            guarded(editor, [&] { editor->SetStatus(rows); });
           }}};
 }
 

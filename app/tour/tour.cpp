@@ -12,6 +12,7 @@
 #include "app/main_window/main_window.h"
 #include "app/modules.h"
 #include "app/sign_in/password_dialog.h"
+#include "host/U_function.h"
 #include "host/U_glo.h"
 #include "host/session.h"
 
@@ -46,6 +47,7 @@ void Tour::run() {
   for (const ModuleGroup& group : moduleGroups()) {
     for (const Module& module : group.modules) visitModule(module.number);
   }
+  visitQuickEditors();
   picturesOfWindow();
 }
 
@@ -107,6 +109,41 @@ void Tour::visitPickers(const QString& dialog) {
     picture(dialog + u'-' + name.section(u'.', 0, 0).toLower());
     closeFront();
   }
+}
+
+// As the documents of other modules open them, and the prompt of a barcode that is known already.
+void Tour::visitQuickEditors() {
+  const QJsonArray known =
+      send({{u"cmd"_s, u"sql"_s}, {u"text"_s, u"select top 1 TM from D1801DW where TM<>''"_s}})["sets"_L1]
+          .toArray();
+  const QString barcode = known[0]["rows"_L1][0][0].toString();
+  for (const bool packs : {false, true}) {
+    const QString editor = packs ? u"TF2101A_3"_s : u"TF2101A_1"_s;
+    onGui([&] { setGlobal(u"GPARAM28"_s, boltos(packs)); });
+    send({{u"cmd"_s, u"purchase"_s}, {u"class"_s, editor}});
+    dialogPictures(u"purchase-"_s + editor.toLower());
+    if (packs && !barcode.isEmpty()) {
+      send({{u"cmd"_s, u"type"_s}, {u"element"_s, u"Edit1"_s}, {u"text"_s, u"NEW-1"_s}});
+      send({{u"cmd"_s, u"type"_s}, {u"element"_s, u"TM"_s}, {u"text"_s, barcode}});
+      send({{u"cmd"_s, u"focus"_s}, {u"element"_s, u"Edit3"_s}});
+      dialogPictures(u"purchase-known-barcode"_s);
+      closeFront();
+    }
+    send({{u"cmd"_s, u"click"_s}, {u"element"_s, u"btn_Cancel"_s}});
+  }
+  onGui([] { setGlobal(u"GPARAM28"_s, u"0"_s); });
+}
+
+void Tour::dialogPictures(const QString& name) {
+  picture(name);
+  onGui([&] {
+    QWidget* window = driver_.addressing().foremost();
+    if (!window) return;
+    const QSize usualSize = window->size();
+    window->resize(window->minimumSizeHint());
+    pictureOf(*window, name + u"-small"_s);
+    window->resize(usualSize);
+  });
 }
 
 // Leaves the window in front without saving; a question whether to give up what was typed is answered with

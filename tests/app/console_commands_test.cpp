@@ -141,5 +141,31 @@ TEST_F(ConsoleCommands, InitRefusesNumbersThatAreNone) {
   }
 }
 
+TEST_F(ConsoleCommands, ABarcodeLibraryIsBuiltAndLooked) {
+  QFile table(file(u"table.csv"_s));
+  ASSERT_TRUE(table.open(QIODevice::WriteOnly));
+  table.write("条码,品名,规格,单位,产地\n6901234567892,可乐,330ml,听,上海\n123,雪碧\n");
+  table.close();
+  const QString folder = file(u"program"_s);
+  const auto library = [&](const QString& what, const QString& of) {
+    return goodsbook({u"barcode-library"_s, what, of, u"--program-dir"_s, folder});
+  };
+  EXPECT_EQ(library(u"look"_s, u"6901234567892"_s).status, 1);
+  const Answer built = library(u"build"_s, table.fileName());
+  EXPECT_EQ(built.status, 0);
+  EXPECT_EQ(built.errors, "第 3 行：条码应为 7 至 13 位数字：123\n");
+  EXPECT_NE(built.output.find("写入 1 条，错误 1 行"), std::string::npos) << built.output;
+  const Answer found = library(u"look"_s, u"6901234567892"_s);
+  EXPECT_EQ(found.status, 0);
+  EXPECT_EQ(found.output, "6901234567892\t可乐\t330ml\t听\t上海\n");
+  const Answer unknown = library(u"look"_s, u"6901234567899"_s);
+  EXPECT_EQ(unknown.status, 1);
+  EXPECT_NE(unknown.errors.find("6901234567899"), std::string::npos);
+  EXPECT_EQ(library(u"build"_s, file(u"missing.csv"_s)).status, 1);
+  EXPECT_EQ(library(u"look"_s, u"6901234567892"_s).status, 0);
+  EXPECT_EQ(library(u"burn"_s, u"x"_s).status, 2);
+  EXPECT_EQ(goodsbook({u"barcode-library"_s, u"build"_s}).status, 2);
+}
+
 }  // namespace
 }  // namespace goodsbook

@@ -1,5 +1,6 @@
-#include "products/offline_key.h"
+#include "host/barcodes/offline_key.h"
 
+#include <algorithm>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -8,24 +9,26 @@ namespace goodsbook {
 
 namespace {
 
+constexpr qsizetype prefixLength = 6;
+constexpr qsizetype restLength = 7;
+
 // 32 bits as upper-case hexadecimal digits without leading zeros; 0 is empty.
 std::optional<QString> hexadecimal(const QString& digits) {
-  bool isNumber = false;
-  const qlonglong value = digits.toLongLong(&isNumber);
+  const bool isNumber = std::ranges::all_of(digits, [](QChar sign) { return sign >= u'0' && sign <= u'9'; });
   if (!isNumber) return std::nullopt;
-  const auto bits = static_cast<quint32>(value);
+  const quint32 bits = digits.toUInt();  // of eight digits at most
   return bits == 0 ? QString() : QString::number(bits, 16).toUpper();
 }
 
 }  // namespace
 
 QString offlineKey(const QString& barcode) {
-  if (barcode.size() < 7) return {};
-  QString rest = barcode.mid(6, 7);
+  if (barcode.size() <= prefixLength) return {};
+  QString rest = barcode.mid(prefixLength, restLength);
   // A 1 in front keeps leading zeros through the conversion to a number.
-  if (rest.startsWith(u'0')) rest = u'1' + rest.rightJustified(7, u'0');
+  if (rest.startsWith(u'0')) rest = u'1' + rest.rightJustified(restLength, u'0');
   const auto tail = hexadecimal(rest);
-  const auto head = hexadecimal(barcode.left(6));
+  const auto head = hexadecimal(barcode.left(prefixLength));
   return tail && head ? *tail + *head : u"ZZZZ"_s;
 }
 
