@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QFile>
 #include <QHBoxLayout>
+#include <QIcon>
 #include <QSettings>
 #include <stdexcept>
 
@@ -29,6 +30,15 @@ QSettings localSettings() {
 
 const QString generationKey = u"sys/tmbq"_s;
 
+// A set that cannot be read stays beside the new one, under a name that no earlier one has.
+void putAside(const QString& file) {
+  for (int number = 1; QFile::exists(file); ++number) {
+    QString aside = file + u".broken"_s;
+    if (number > 1) aside += u'-' + QString::number(number);
+    if (!QFile::exists(aside) && !QFile::rename(file, aside)) return;
+  }
+}
+
 }  // namespace
 
 TF2102::TF2102(QWidget* owner) : TFrm_Base_Qry(owner), Label1(new LinkLabel(tr("清空表格暂存标签"), this)) {
@@ -52,7 +62,12 @@ TF2102::TF2102(QWidget* owner) : TFrm_Base_Qry(owner), Label1(new LinkLabel(tr("
   for (const QString& name : {u"Act_Other"_s, u"Act_Refresh"_s}) removeScreenAction(name);
   QAction* generate = action(u"Act_Locate"_s);
   generate->setText(tr("生成"));
-  generate->setToolTip(tr("条码生成"));
+  generate->setIcon(QIcon::fromTheme(u"view-barcode"_s));
+  setActionHint(generate, tr("条码生成"));
+  QAction* empty = action(u"Act_Filter"_s);  // nothing is filtered here: the set is emptied
+  empty->setText(tr("清空"));
+  empty->setIcon(QIcon::fromTheme(u"edit-clear-all"_s));
+  setActionHint(empty, tr("清空表格暂存标签"));
   addScreenAction({.name = u"Act_Delete"_s,
                    .caption = tr("删除"),
                    .hint = tr("删除"),
@@ -69,6 +84,11 @@ TF2102::TF2102(QWidget* owner) : TFrm_Base_Qry(owner), Label1(new LinkLabel(tr("
 }
 
 TF2102::~TF2102() {
+  lastWords();
+}
+
+void TF2102::FormDestroy() {
+  TFrm_Base_Qry::FormDestroy();
   if (Session::exists()) localSettings().setValue(generationKey, generation_ ? 1 : 0);
 }
 
@@ -81,9 +101,7 @@ void TF2102::InitForm(const Trecord& record) {
   setListStatement(
       u"SELECT FKW.COL_ID, FKW.M_INDEX, D1800.K_ID, D1800.WL_NAME, D1800.DW_NAME,  D1800.PP, D1800.PFJ, FKW.M FROM FKW INNER JOIN D1800 ON FKW.K_ID = D1800.K_ID "_s);
   showCondition(tr("系统提示：系统仅在<本机>保留最近一次生成的标签，如无需保留请点击 "));
-  tags_ = new TF2102F(this);
-  F2102F = tags_;
-  tags_->InitA(AdoQry_Main);
+  makeTags();
   // Whoever opens the labels wants to make some.
   QMetaObject::invokeMethod(
       this, [this] { guarded(this, [this] { Act_LocateExecute(); }); }, Qt::QueuedConnection);
@@ -92,17 +110,28 @@ void TF2102::InitForm(const Trecord& record) {
 void TF2102::loadSet() {
   try {
     AdoQry_Main.loadFromFile(setFile());
+    if (!labelrows::isSet(AdoQry_Main)) throw std::runtime_error("a file of other rows");
   } catch (const std::exception&) {
-    // A set that cannot be read is put aside, so that nothing is destroyed, and an empty one takes its place.
-    const QString aside = setFile() + u".broken"_s;
-    if (QFile::exists(setFile())) {
-      QFile::remove(aside);
-      QFile::rename(setFile(), aside);
-    }
+    putAside(setFile());
     AdoQry_Main.create(labelrows::fields());
-    AdoQry_Main.saveToFile(setFile());
+    saveSet();
   }
   showCount();
+}
+
+// A folder that cannot be written to must keep nobody from making labels or from closing the list: what is
+// lost is the set, the shop's data are not concerned.
+void TF2102::saveSet() {
+  try {
+    AdoQry_Main.saveToFile(setFile());
+  } catch (const std::exception&) {
+  }
+}
+
+void TF2102::makeTags() {
+  tags_ = new TF2102F(this);
+  F2102F = tags_;
+  tags_->InitA(AdoQry_Main);
 }
 
 void TF2102::clearSet() {
@@ -112,6 +141,7 @@ void TF2102::clearSet() {
 
 void TF2102::Act_LocateExecute() {
   generation_ = !generation_;
+  if (tags_ == nullptr) makeTags();  // the receipts could not be read when the list was opened
   const QPointer<TF2102> self = this;
   tags_->exec();
   if (self) showCount();  // the list may have been closed under its dialog
@@ -127,11 +157,7 @@ void TF2102::Act_DeleteExecute() {
 }
 
 void TF2102::FormClose() {
-  try {
-    AdoQry_Main.saveToFile(setFile());
-  } catch (const std::exception&) {
-    // A disk that is full must not keep the screen open: the set is lost, the shop's data are not concerned.
-  }
+  saveSet();
   TFrm_Base_Qry::FormClose();
 }
 

@@ -23,10 +23,13 @@ class TF2102 : public TFrm_Base_Qry {
   void Act_LocateExecute() override;  // generate: the hang-tag dialog fills the set
   void Act_FilterExecute() override;  // empties the set
   void FormClose() override;
+  void FormDestroy() override;
 
  private:
   void Act_DeleteExecute();
   void loadSet();
+  void saveSet();
+  void makeTags();
   void clearSet();
 
   LinkLabel* Label1;

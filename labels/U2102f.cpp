@@ -1,6 +1,8 @@
 #include "labels/U2102f.h"
 
 #include <QKeyEvent>
+#include <QScopeGuard>
+#include <QScopedValueRollback>
 
 #include "host/U_function.h"
 #include "host/data/U_dataop.h"
@@ -31,18 +33,26 @@ TF2102F::TF2102F(QWidget* owner) : TFrm_Sys_Filter(owner) {
   setWindowTitle(tr("从现款采购进货单 制作标签"));
   resize(1000, 680);
   AdoQry_Main.setObjectName(u"AdoQry_Main"_s);
+  AdoQry_Main.setParent(this);
   buildSingle();
   buildReceipts();
   btn_ok->hide();
   btn_ok->setEnabled(false);
   btn_Cancel->hide();
   FormCreate();
-  connect(&AdoQry_Main, &RecordSet::afterScroll, this, [this] { guarded(this, [this] { openLines(); }); });
+  const auto loadLines = [this] {
+    if (!opening_) guarded(this, [this] { openLines(); });
+  };
+  connect(&AdoQry_Main, &RecordSet::beforeScroll, this, loadLines);
+  connect(&AdoQry_Main, &RecordSet::afterScroll, this, loadLines);
   openHeads({});
 }
 
 void TF2102F::openHeads(const QString& condition) {
-  opensql(AdoQry_Main, moduleCode_, receipts + condition + latestFirst);
+  {
+    const QScopedValueRollback quiet(opening_, true);
+    opensql(AdoQry_Main, moduleCode_, receipts + condition + latestFirst);
+  }
   openLines();
 }
 
@@ -71,13 +81,14 @@ void TF2102F::CB1Click() {
 
 void TF2102F::setCountOfAll(int count) {
   AdoQry_Tmp.disableControls();
+  const auto shown = qScopeGuard([this] { AdoQry_Tmp.enableControls(); });
   for (AdoQry_Tmp.first(); !AdoQry_Tmp.eof(); AdoQry_Tmp.next()) AdoQry_Tmp.setValue(u"tmsl"_s, count);
   if (AdoQry_Tmp.state() == RecordSet::State::Edit) AdoQry_Tmp.post();
-  AdoQry_Tmp.enableControls();
 }
 
 void TF2102F::DBGridEhKeyPress(QKeyEvent* event) {
-  if (AdoQry_Tmp.isEmpty() || event->modifiers() != Qt::NoModifier) return;
+  const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::ShiftModifier;  // "C" as well as "c"
+  if (AdoQry_Tmp.isEmpty() || modifiers != Qt::NoModifier) return;
   if (event->key() == Qt::Key_Space) {
     AdoQry_Tmp.setValue(u"tmsl"_s, 0);
     AdoQry_Tmp.post();
@@ -127,13 +138,28 @@ void TF2102F::Button1Click() {
   labelrows::clear(*labels_);
 }
 
+// What is being typed counts for a key as it does for a click, which leaves the field first.
+void TF2102F::finishTyping() {
+  const QWidget* focus = focusWidget();
+  if (focus == edit(u"Edit1"_s)) Edit1Exit();
+  if (focus != DBGridEh && DBGridEh->isAncestorOf(focus)) DBGridEh->setFocus();
+}
+
 void TF2102F::FormKeyDown(QKeyEvent* event) {
+  const bool inCell = focusWidget() != DBGridEh && DBGridEh->isAncestorOf(focusWidget());
+  if (inCell && (event->key() == Qt::Key_Space || event->key() == Qt::Key_C)) {
+    finishTyping();
+    DBGridEhKeyPress(event);
+    return;
+  }
   const auto runs = [event](int key) { return event->key() == key && event->modifiers() == Qt::NoModifier; };
   if (runs(Qt::Key_Home)) {
     event->accept();
+    finishTyping();
     BTN_1Click();
   } else if (runs(Qt::Key_Insert)) {
     event->accept();
+    finishTyping();
     BTN_TMClick();
   } else if (runs(Qt::Key_F5)) {
     event->accept();

@@ -22,6 +22,7 @@ class TF2102F : public TFrm_Sys_Filter {
  private:
   void buildSingle();
   void buildReceipts();
+  QWidget* defaultCount();
   void openHeads(const QString& condition);
   void openLines();
   void btn_refClick();
@@ -33,6 +34,7 @@ class TF2102F : public TFrm_Sys_Filter {
   void Button1Click();
   void DBGridEhKeyPress(QKeyEvent* event);
   void setCountOfAll(int count);
+  void finishTyping();
   void Label6DblClick();
 
   RecordSet AdoQry_Main;  // receipts; the lines of the current one are in AdoQry_Tmp
@@ -40,6 +42,7 @@ class TF2102F : public TFrm_Sys_Filter {
   RecordSet* labels_ = nullptr;
   TDBGridEh* DBGridEh1 = nullptr;
   TDBGridEh* DBGridEh = nullptr;
+  bool opening_ = false;  // the receipts are being read: their lines come once, afterwards
 };
 
 extern QPointer<TF2102F> F2102F;  // the label list's dialog

@@ -1,6 +1,7 @@
 #include <QAction>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 
 #include "host/forms/form_builder.h"
@@ -11,6 +12,45 @@ using namespace Qt::StringLiterals;
 namespace goodsbook {
 
 namespace {
+
+// The receipts and their lines, with the fields that no column shows.
+std::vector<Field> headFields() {
+  return {{.name = u"NOID"_s, .size = 12, .label = TF2102F::tr("单号")},
+          {.name = u"KH_GYS_ID"_s, .size = 10, .label = TF2102F::tr("供应商代号")},
+          {.name = u"KG_NAME"_s, .size = 40, .label = TF2102F::tr("供应商简称")},
+          {.name = u"YW_ID"_s, .size = 4, .label = TF2102F::tr("业务员代号")},
+          {.name = u"YW_NAME"_s, .label = TF2102F::tr("业务员")},
+          {.name = u"CK_ID"_s, .size = 4, .label = TF2102F::tr("仓库号")},
+          {.name = u"CK_NAME"_s, .size = 16, .label = TF2102F::tr("仓库")},
+          {.name = u"BDATE"_s, .type = FieldType::DateTime, .label = TF2102F::tr("开单日期")},
+          {.name = u"EDATE"_s, .type = FieldType::DateTime, .label = TF2102F::tr("最后更改")},
+          {.name = u"SEND_ID"_s, .size = 2, .label = TF2102F::tr("进货代号")},
+          {.name = u"SEND_NAME"_s, .size = 10, .label = TF2102F::tr("进货方式")},
+          {.name = u"USER_ID"_s, .size = 10, .label = TF2102F::tr("用户号")},
+          {.name = u"USER_NAME"_s, .size = 10, .label = TF2102F::tr("开单")}};
+}
+
+std::vector<Field> lineFields() {
+  return {{.name = u"SJ"_s, .type = FieldType::Float, .label = TF2102F::tr("售价")},
+          {.name = u"VIPSJ"_s, .type = FieldType::Float, .label = TF2102F::tr("会员价")},
+          {.name = u"CD"_s, .size = 100, .label = TF2102F::tr("产地")},
+          {.name = u"NOID"_s, .size = 12, .label = TF2102F::tr("订单编号")},
+          {.name = u"WL_ID"_s, .label = TF2102F::tr("商品编号")},
+          {.name = u"WL_NAME"_s, .size = 80, .label = TF2102F::tr("商品名称")},
+          {.name = u"WL_GG"_s, .size = 30, .label = TF2102F::tr("规格")},
+          {.name = u"DW_ID"_s, .size = 2},
+          {.name = u"DW_NAME"_s, .size = 6, .label = TF2102F::tr("位")},
+          {.name = u"SL"_s, .type = FieldType::Float, .label = TF2102F::tr("数量")},
+          {.name = u"DJ"_s, .type = FieldType::Float, .label = TF2102F::tr("单价")},
+          {.name = u"MONEY"_s, .type = FieldType::Float, .label = TF2102F::tr("金额")},
+          {.name = u"SL_RETURN"_s, .type = FieldType::Float, .label = TF2102F::tr("退货数量")},
+          {.name = u"NOTE"_s, .size = 50, .label = TF2102F::tr("备注")},
+          {.name = u"DW_J"_s, .type = FieldType::Float, .label = TF2102F::tr("数量|件")},
+          {.name = u"DW_L"_s, .type = FieldType::Float, .label = TF2102F::tr("数量|零数")},
+          {.name = u"DW_ZH"_s, .type = FieldType::Float, .label = TF2102F::tr("成本金额")},
+          {.name = u"TM"_s, .size = 30, .label = TF2102F::tr("条码")},
+          {.name = u"tmsl"_s, .type = FieldType::Integer, .label = TF2102F::tr("条码数量")}};
+}
 
 // Zeros are noise in these grids: only their background is painted.
 void hideZero(QStyleOptionViewItem& option) {
@@ -65,6 +105,27 @@ void TF2102F::buildSingle() {
   form.wide(row);
 }
 
+// The default count stands in the gap of its label.
+QWidget* TF2102F::defaultCount() {
+  constexpr int blank = 5;  // pixels more for each blank of the gap
+  const QString text = tr("条码数量默认填写:          个");
+  auto* label = new QLabel(text, body());
+  QFont font = label->font();
+  font.setWordSpacing(blank);
+  label->setFont(font);
+  const QFontMetrics metrics(font);
+  const int before = metrics.horizontalAdvance(text.section(u' ', 0, 0));
+  const int gap = metrics.horizontalAdvance(text) - before - metrics.horizontalAdvance(text.back());
+  FormBuilder form(*this, label);
+  QWidget* count = form.field({.name = u"J"_s, .kind = FieldKind::Number, .places = 0, .width = gap - 8});
+  label->layout()->setContentsMargins(before + 4, 0, 0, 0);
+  label->layout()->setSpacing(0);
+  label->setBuddy(count);
+  label->setFixedWidth(metrics.horizontalAdvance(text) + 4);
+  setText(u"J"_s, u"1"_s);
+  return label;
+}
+
 void TF2102F::buildReceipts() {
   FormBuilder form(*this);
   form.note(u"Label2"_s, tr("2.从进货单条码打印："));
@@ -73,24 +134,20 @@ void TF2102F::buildReceipts() {
        .label = tr("只列出最近5单进货单，更早单据请输入单号："),
        .limit = 80,
        .width = 160},
-      {.name = u"J"_s,
-       .label = tr("条码数量默认填写:          个"),
-       .kind = FieldKind::Number,
-       .places = 0,
-       .width = 60,
-       .sameRow = true},
       {.name = u"CB1"_s,
        .label = tr("进货单仅显示系统自动生成条码的商品 (商品编码=条码)"),
        .kind = FieldKind::Check},
   });
-  setText(u"J"_s, u"1"_s);
   auto* row = new QHBoxLayout;
   const auto button = [&](const QString& name, const QString& caption, void (TF2102F::*handler)()) {
     QPushButton* made = makeButton(name, caption);
     onClick(made, [this, handler] { (this->*handler)(); });
     row->addWidget(made);
   };
+  row->setSpacing(8);
   button(u"btn_ref"_s, tr("刷新 (F5)"), &TF2102F::btn_refClick);
+  row->addSpacing(16);
+  row->addWidget(defaultCount());
   button(u"BTN_TM"_s, tr("生成条码  (Ins)"), &TF2102F::BTN_TMClick);
   row->addStretch(1);
   button(u"Button1"_s, tr("清空上次生成暂存的标签"), &TF2102F::Button1Click);
@@ -99,18 +156,19 @@ void TF2102F::buildReceipts() {
   row->addWidget(close);
   form.wide(row);
 
+  AdoQry_Main.declareFields(headFields());
+  AdoQry_Tmp.declareFields(lineFields());
   const QString time = u"yyyy-MM-dd HH:mm"_s;
   DBGridEh1 = makeGrid(body(), u"DBGridEh1"_s);
-  DBGridEh1->setColumns(
-      {{.field = u"NOID"_s, .title = tr("单号"), .width = 110},
-       {.field = u"KH_GYS_ID"_s, .title = tr("供应商代号"), .visible = false},
-       {.field = u"KG_NAME"_s, .title = tr("供应商简称"), .width = 200},
-       {.field = u"YW_ID"_s, .title = tr("业务员代号"), .visible = false},
-       {.field = u"YW_NAME"_s, .title = tr("业务员"), .width = 90},
-       {.field = u"CK_ID"_s, .title = tr("仓库号"), .visible = false},
-       {.field = u"CK_NAME"_s, .title = tr("仓库"), .width = 110},
-       {.field = u"BDATE"_s, .title = tr("开单日期"), .width = 120, .displayFormat = time},
-       {.field = u"EDATE"_s, .title = tr("最后更改"), .width = 120, .displayFormat = time}});
+  DBGridEh1->setColumns({{.field = u"NOID"_s, .width = 110},
+                         {.field = u"KH_GYS_ID"_s, .visible = false},
+                         {.field = u"KG_NAME"_s, .width = 200},
+                         {.field = u"YW_ID"_s, .visible = false},
+                         {.field = u"YW_NAME"_s, .width = 90},
+                         {.field = u"CK_ID"_s, .visible = false},
+                         {.field = u"CK_NAME"_s, .width = 110},
+                         {.field = u"BDATE"_s, .width = 120, .displayFormat = time},
+                         {.field = u"EDATE"_s, .width = 120, .displayFormat = time}});
   DBGridEh1->setReadOnly(true);
   DBGridEh1->setEmptyText(tr("没有进货单"));
   DBGridEh1->setMaximumHeight(180);
@@ -118,17 +176,16 @@ void TF2102F::buildReceipts() {
   form.wide(DBGridEh1);
 
   DBGridEh = makeGrid(body(), u"DBGridEh"_s);
-  DBGridEh->setColumns(
-      {{.field = u"WL_ID"_s, .title = tr("商品编号"), .width = 90},
-       {.field = u"TM"_s, .title = tr("条码"), .width = 120},
-       {.field = u"WL_NAME"_s, .title = tr("商品名称"), .width = 200},
-       {.field = u"WL_GG"_s, .title = tr("规格"), .width = 80},
-       {.field = u"DW_NAME"_s, .title = tr("位"), .width = 40},
-       {.field = u"SJ"_s, .title = tr("售价"), .width = 70},
-       {.field = u"VIPSJ"_s, .title = tr("会员价"), .width = 70},
-       {.field = u"SL"_s, .title = tr("数量"), .width = 70, .sum = true},
-       {.field = u"tmsl"_s, .title = tr("条码数量"), .width = 70, .readOnly = false, .sum = true},
-       {.field = u"NOTE"_s, .title = tr("备注"), .width = 140}});
+  DBGridEh->setColumns({{.field = u"WL_ID"_s, .width = 90},
+                        {.field = u"TM"_s, .width = 120},
+                        {.field = u"WL_NAME"_s, .width = 200},
+                        {.field = u"WL_GG"_s, .width = 80},
+                        {.field = u"DW_NAME"_s, .width = 40},
+                        {.field = u"SJ"_s, .width = 70},
+                        {.field = u"VIPSJ"_s, .width = 70},
+                        {.field = u"SL"_s, .width = 70, .sum = true},
+                        {.field = u"tmsl"_s, .width = 70, .readOnly = false, .sum = true},
+                        {.field = u"NOTE"_s, .width = 140}});
   DBGridEh->setFooterVisible(true);
   DBGridEh->setEmptyText(tr("进货单没有商品"));
   DBGridEh->setRecordSet(&AdoQry_Tmp);

@@ -27,7 +27,21 @@ std::vector<Field> fields() {
           {.name = u"CK_NAME"_s, .size = 16, .label = tr("仓库")}};
 }
 
+bool isSet(const RecordSet& rows) {
+  const std::vector<Field> wanted = fields();
+  if (rows.fieldCount() != static_cast<int>(wanted.size())) return false;
+  for (int i = 0; i < rows.fieldCount(); ++i) {
+    const Field& field = wanted[static_cast<std::size_t>(i)];
+    if (rows.field(i).name.compare(field.name, Qt::CaseInsensitive) != 0) return false;
+    if (rows.field(i).type != field.type) return false;
+  }
+  return true;
+}
+
 void append(RecordSet& labels, const RecordSet& source, int count) {
+  if (count <= 0) return;
+  labels.disableControls();
+  const auto shown = qScopeGuard([&labels] { labels.enableControls(); });
   for (int label = 0; label < count; ++label) {
     labels.append();
     for (const QString& field :
@@ -39,9 +53,7 @@ void append(RecordSet& labels, const RecordSet& source, int count) {
 }
 
 void clear(RecordSet& rows) {
-  rows.disableControls();
-  const auto shown = qScopeGuard([&rows] { rows.enableControls(); });
-  for (rows.first(); !rows.isEmpty();) rows.remove();
+  rows.clear();
 }
 
 void removePicked(TDBGridEh& grid, RecordSet& rows) {

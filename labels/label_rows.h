@@ -8,6 +8,9 @@ namespace goodsbook::labelrows {
 // The fields of the set of labels, in its file's order.
 std::vector<Field> fields();
 
+// Whether `rows` are such a set; a file may hold other rows.
+bool isSet(const RecordSet& rows);
+
 // Appends `count` labels for the current row of `source`, each posted; none for a count of 0 or less.
 void append(RecordSet& labels, const RecordSet& source, int count);
 

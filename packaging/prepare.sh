@@ -12,7 +12,7 @@ packages=(
   # sheets and bar codes
   libfreexl-dev libzip-dev libxlsxwriter-dev libzint-dev
   # tests and benchmarks
-  libgtest-dev libbenchmark-dev poppler-utils
+  libgtest-dev libbenchmark-dev libzbar-dev poppler-utils
 )
 
 # Installs the packages that are missing, as root or through sudo; where neither is possible it names them and ends.

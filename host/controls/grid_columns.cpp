@@ -68,7 +68,11 @@ void TDBGridEh::Private::placeFooter() {
   QHeaderView* numbers = q->verticalHeader();
   numbers->resize(numbers->width(), room.height());
   if (numbers->isHidden()) QMetaObject::invokeMethod(numbers, "updateGeometries");  // as the view itself does
-  if (q->verticalScrollBar()->value() == q->verticalScrollBar()->maximum()) numbers->setOffsetToLastSection();
+  if (q->verticalScrollBar()->maximum() == 0) {
+    numbers->setOffset(0);  // all rows are in sight, from the top
+  } else if (q->verticalScrollBar()->value() == q->verticalScrollBar()->maximum()) {
+    numbers->setOffsetToLastSection();
+  }
   const int left = q->verticalHeader()->isVisible() ? q->verticalHeader()->width() : 0;
   footer->setGeometry(room.left() - left, room.bottom() + 1, room.width() + left, footer->wantedHeight());
 }

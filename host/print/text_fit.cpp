@@ -1,0 +1,53 @@
+#include "host/print/text_fit.h"
+
+#include <QFontMetrics>
+#include <QTextLayout>
+#include <algorithm>
+
+namespace goodsbook {
+namespace {
+
+QStringList wrapped(const QString& text, const QFont& font, int width) {
+  QTextLayout layout(text, font);
+  QTextOption option;
+  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  layout.setTextOption(option);
+  QStringList lines;
+  layout.beginLayout();
+  for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+    line.setLineWidth(width);
+    lines << text.mid(line.textStart(), line.textLength()).trimmed();
+  }
+  layout.endLayout();
+  return lines;
+}
+
+}  // namespace
+
+FittedText fitText(const QString& text, QSize room, QFont font, int largest, int least) {
+  FittedText fitted;
+  for (int size = std::max(largest, 1);; size = std::max(least, size - std::max(1, size / 16))) {
+    font.setPixelSize(size);
+    const QFontMetrics metrics(font);
+    // A line of Chinese fills its square; the font's own spacing is made for screens.
+    fitted.ascent = metrics.ascent() - std::max(0, (metrics.height() - size * 9 / 8)) / 2;
+    fitted.lineHeight = size * 9 / 8;
+    const int fits = std::max(1, room.height() / fitted.lineHeight);
+    fitted.font = font;
+    fitted.lines = metrics.horizontalAdvance(text) <= room.width() ? QStringList{text}
+                                                                   : wrapped(text, font, room.width());
+    const bool widthFits = std::ranges::all_of(
+        fitted.lines, [&](const QString& line) { return metrics.horizontalAdvance(line) <= room.width(); });
+    if (fitted.lines.size() <= fits && fitted.lineHeight <= room.height() && widthFits) return fitted;
+    if (size > least) continue;
+    fitted.isCut = fitted.lines.size() > fits;
+    if (fitted.isCut) {
+      const QString rest = fitted.lines.mid(fits - 1).join(QString());
+      fitted.lines = fitted.lines.mid(0, fits - 1);
+      fitted.lines << metrics.elidedText(rest, Qt::ElideRight, room.width());
+    }
+    return fitted;
+  }
+}
+
+}  // namespace goodsbook
