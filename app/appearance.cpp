@@ -102,16 +102,20 @@ void choosePlatform() {
   if (!chosen && !display) qputenv("QT_QPA_PLATFORM", "offscreen");
 }
 
+void useChineseTexts() {
+  auto* texts = new QTranslator(qApp);
+  if (texts->load(u"qtbase_zh_CN"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QCoreApplication::installTranslator(texts);
+  }
+}
+
 void setUpAppearance() {
   useResources();
   QLocale::setDefault(QLocale(QLocale::Chinese, QLocale::China));
   QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
   preferChineseFont();
   useIcons();
-  auto* texts = new QTranslator(qApp);
-  if (texts->load(u"qtbase_zh_CN"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
-    QCoreApplication::installTranslator(texts);
-  }
+  useChineseTexts();
   QApplication::setWindowIcon(QIcon(u":/goodsbook.svg"_s));
 }
 

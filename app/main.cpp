@@ -77,6 +77,7 @@ int main(int argc, char** argv) {
   }
   if (const Command command = consoleCommand(name)) {
     const QCoreApplication application(argc, argv);
+    useChineseTexts();
     return command(argumentsFrom(2));
   }
   const Command command = windowCommand(name);

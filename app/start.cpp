@@ -27,6 +27,12 @@ QString oneValue(Database& database, const QString& select) {
   return answer.sets.front().rows.front().front().value_or(QString());
 }
 
+void nameWarehouse(Database& database) {
+  if (!G_ckid.isEmpty() && G_CkName.isEmpty()) {
+    G_CkName = oneValue(database, u"select CK_NAME from D1007 where CK_ID="_s + QuotedStr(G_ckid));
+  }
+}
+
 void loadSettings(Database& database) {
   resetGlobals();
   const SqlSets answer =
@@ -34,9 +40,7 @@ void loadSettings(Database& database) {
   for (const auto& row : answer.sets.at(0).rows)
     setGlobal(row.at(0).value_or(QString()), row.at(1).value_or(QString()));
   if (G_CoName.isEmpty()) G_CoName = oneValue(database, u"select top 1 co from sys_co order by id"_s);
-  if (!G_ckid.isEmpty() && G_CkName.isEmpty()) {
-    G_CkName = oneValue(database, u"select CK_NAME from D1007 where CK_ID="_s + QuotedStr(G_ckid));
-  }
+  nameWarehouse(database);
 }
 
 }  // namespace
@@ -72,6 +76,16 @@ void signIn(Session& session, const QString& user, const QString& password) {
   loadSettings(session.database());
   G_UserId = found->id;
   G_UserName = found->name;
+}
+
+void takeFirstWarehouse(Session& session) {
+  Database& database = session.database();
+  if (G_ckid.isEmpty()) {
+    G_ckid = oneValue(database, u"select top 1 CK_ID from SYS_USER_CK where USER_ID="_s +
+                                    QuotedStr(G_UserId) + u" order by CK_ID"_s);
+  }
+  if (G_ckid.isEmpty()) G_ckid = oneValue(database, u"select top 1 CK_ID from D1007 order by CK_ID"_s);
+  nameWarehouse(database);
 }
 
 }  // namespace goodsbook

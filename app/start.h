@@ -35,4 +35,8 @@ std::unique_ptr<Session> openSession(const QString& database, const QString& pro
 // settings. StartError for an unknown or inactive user and for a wrong password.
 void signIn(Session& session, const QString& user, const QString& password);
 
+// For a user whose warehouse the settings do not name: the first one that the user may use, else the shop's
+// first.
+void takeFirstWarehouse(Session& session);
+
 }  // namespace goodsbook

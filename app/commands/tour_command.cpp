@@ -46,6 +46,7 @@ int tour(const QString& database, const QString& programDir, const QDir& folder)
   DriveDesktop& desktop = *ownDesktop;
   const auto session = openSession(database, programDir, std::move(ownDesktop));
   signIn(*session, u"ADMIN"_s, {});
+  takeFirstWarehouse(*session);
   MasterData masterData;
   MainWindow window(*session, masterData);
   window.show();

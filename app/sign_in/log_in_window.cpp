@@ -158,6 +158,7 @@ void LogInWindow::logIn() {
   if (!session_) return;
   try {
     signIn(*session_, user_->currentData().toString(), password_->text());
+    takeFirstWarehouse(*session_);
     remember();
     accept();
   } catch (const StartError& error) {

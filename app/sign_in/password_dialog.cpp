@@ -43,6 +43,7 @@ PasswordDialog::PasswordDialog(Database& database, QString user, const QString& 
 
   auto* text = new QLabel(reason, this);
   text->setWordWrap(true);
+  text->setHidden(reason.isEmpty());
   auto* ok = new QPushButton(tr("确定"), this);
   ok->setObjectName(u"btn_ok"_s);
   ok->setDefault(true);

@@ -146,10 +146,9 @@ void Tour::dialogPictures(const QString& name) {
   });
 }
 
-// Leaves the window in front without saving; a question whether to give up what was typed is answered with
-// yes.
+// Leaves the window in front; a question whether to save what was typed is answered with no.
 void Tour::closeFront() {
-  send({{u"cmd"_s, u"answer"_s}, {u"answers"_s, QJsonArray{u"y"_s}}});
+  send({{u"cmd"_s, u"answer"_s}, {u"answers"_s, QJsonArray{u"n"_s}}});
   send({{u"cmd"_s, u"close"_s}});
 }
 
@@ -165,9 +164,10 @@ void Tour::picturesOfWindow() {
   onGui([] { setColours(u"dark"_s); });
   send({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 50}});
   onGui([&] { pictureOf(window_, u"main-tabs-dark"_s); });
+  onGui([] { setColours({}); });
+  send({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 50}});
   onGui([&] {
     AboutBox about(Session::current().database().displayName(), &window_);
-    setColours({});
     pictureOf(about, u"about"_s);
     PasswordDialog password(Session::current().database(), G_UserId, {}, PasswordDialog::tr("取消"),
                             &window_);

@@ -1,5 +1,9 @@
 #include "engine/execute/session.h"
 
+#include <array>
+#include <fstream>
+#include <string_view>
+
 #include "engine/runtime/failure.h"
 #include "engine/storage/sqlite_errors.h"
 
@@ -8,9 +12,21 @@ namespace {
 
 constexpr int cacheKibibytes = 64 * 1024;
 
+// SQLite takes a file shorter than a page for an empty database, whatever it holds, and would write over it.
+void refuseForeignFile(const std::filesystem::path& file) {
+  constexpr std::string_view mark("SQLite format 3\0", 16);
+  std::error_code unknown;
+  if (!std::filesystem::is_regular_file(file, unknown) || std::filesystem::file_size(file, unknown) == 0)
+    return;
+  std::array<char, mark.size()> head{};
+  std::ifstream(file, std::ios::binary).read(head.data(), head.size());
+  if (std::string_view(head.data(), head.size()) != mark) throw sqliteFailure(nullptr, SQLITE_NOTADB);
+}
+
 }  // namespace
 
 Session::Session(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout, Open open) {
+  refuseForeignFile(file);
   const int create = open == Open::Create ? SQLITE_OPEN_CREATE : 0;
   const int code =
       sqlite3_open_v2(file.c_str(), &db_,

@@ -56,6 +56,19 @@ TEST_F(UsersTest, SigningInSetsTheGlobalsOfTheHost) {
   EXPECT_EQ(G_CkName, u"总仓"_s);
 }
 
+TEST_F(UsersTest, AUserWithoutAWarehouseOfHisSettingsTakesTheFirstOfHisOwn) {
+  run(u"insert into D1007 (CK_ID, CK_NAME, OID) values ('01',N'总仓','Z'),('02',N'分仓','Z'),('03',N'门店','Z')"_s);
+  signIn(*session_, u"ADMIN"_s, {});
+  EXPECT_EQ(G_ckid, QString());
+  takeFirstWarehouse(*session_);
+  EXPECT_EQ(G_CkName, u"总仓"_s);
+  run(u"insert into SYS_USER_CK (USER_ID, CK_ID) values ('ADMIN','03'),('ADMIN','02'),('OTHER','01')"_s);
+  signIn(*session_, u"ADMIN"_s, {});
+  takeFirstWarehouse(*session_);
+  EXPECT_EQ(G_ckid, u"02"_s);
+  EXPECT_EQ(G_CkName, u"分仓"_s);
+}
+
 TEST_F(UsersTest, WrongPasswordsUnknownAndInactiveUsersStayOutside) {
   run(u"insert into SYS_USER (USER_ID, USER_NAME, T) values ('OLD',N'离职',0)"_s);
   users().setPassword(u"ADMIN"_s, u"right"_s);

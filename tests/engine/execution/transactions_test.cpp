@@ -200,6 +200,10 @@ TEST_F(TransactionsTest, AnotherFileIsNoDatabase) {
   const auto other = session.folder() / "text.db";
   std::ofstream(other) << std::string(5000, 'x');
   EXPECT_EQ(errorOf([&] { Connection::open(other); }), 5171);
+  const auto note = session.folder() / "note.txt";
+  std::ofstream(note) << "x";
+  EXPECT_EQ(errorOf([&] { Connection::open(note); }), 5171);
+  EXPECT_EQ(std::filesystem::file_size(note), 1U);
 }
 
 TEST_F(TransactionsTest, DamageIsFoundAndToldOf) {

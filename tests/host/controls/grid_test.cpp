@@ -342,6 +342,14 @@ TEST_F(GridTest, FooterSumsWhatIsThere) {
   EXPECT_EQ(grid.footerText(u"SL"_s), u"0"_s);
 }
 
+TEST_F(GridTest, FewRowsStandAtTheTopAboveAFooter) {
+  grid.resize(600, 400);
+  grid.setFooterVisible(true);
+  grid.show();
+  QApplication::processEvents();
+  EXPECT_EQ(grid.visualRect(grid.model()->index(0, 0)).top(), 0);
+}
+
 TEST_F(GridTest, FooterLeavesTheLastRowInSight) {
   grid.setFooterVisible(true);
   for (int i = 0; i < 40; ++i) add("X", "x", 1, 1, true);
