@@ -81,6 +81,8 @@ TEST_F(Accounts, FieldsHaveTheirLabelsAndLimits) {
   EXPECT_EQ(field(u"KM_ID"_s), u"会计科目 18"_s);
   EXPECT_EQ(get(u"QCMONEY"_s)["title"_L1].toString(), u"期初余额"_s);
   EXPECT_EQ(text(u"RB1"_s) + u' ' + text(u"RB2"_s), u"银行存款 现金"_s);
+  EXPECT_EQ(get(u"RB1"_s)["title"_L1].toString() + get(u"RB2"_s)["title"_L1].toString(),
+            u"类    型类    型"_s);
   EXPECT_TRUE(checked(u"RB1"_s));
   EXPECT_FALSE(checked(u"RB2"_s));
   EXPECT_EQ(text(u"QCMONEY"_s), u"0"_s);

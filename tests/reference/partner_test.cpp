@@ -160,6 +160,38 @@ TEST_P(Partners, ANewOneStartsWithTheDefaultsAndTheCurrentCode) {
       (Table{{member().kmIda, member().account + u"000001"_s, u"2026-11-20"_s, u"2026-11-20"_s}}));
 }
 
+TEST_P(Partners, OneWhoseRegionIsMissingIsSavedAndTheUserIsTold) {
+  sql(u"delete from D1002"_s);
+  openList();
+  act(u"Act_Add"_s);
+  type(u"Edit1"_s, u"p1"_s);
+  type(u"Edit2"_s, u"新"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{u"已保存，但所属地区【01】不存在：建立之前，刷新后的列表中看不到它。"_s});
+  EXPECT_EQ(codes(), QStringList{u"p1"_s});
+  act(u"Act_Refresh"_s);
+  EXPECT_EQ(codes(), QStringList());
+  sql(u"insert into D1002 (addr_id,oid) values ('01','Z')"_s);
+  act(u"Act_Refresh"_s);
+  EXPECT_EQ(codes(), QStringList{u"p1"_s});
+}
+
+TEST_P(Partners, RegionAndDeliveryAreNeeded) {
+  sql(u"delete from D1011"_s);
+  openList();
+  act(u"Act_Add"_s);
+  type(u"Edit1"_s, u"p1"_s);
+  type(u"Edit2"_s, u"新"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{u"送货方式不能为空!"_s});
+  EXPECT_EQ(focused(), u"SEND_ID"_s);
+  type(u"SEND_ID"_s, u"X"_s);
+  EXPECT_EQ(focus(u"Edit3"_s), u"SEND_ID"_s);
+  EXPECT_EQ(messages(), Lines{u"送货方式【X】不存在!"_s});
+  click(u"btn_Cancel"_s);
+  EXPECT_EQ(executed().back(), uniqueness(u"p1"_s)) << "nothing was written";
+}
+
 TEST_P(Partners, CodesAndNamesAreChecked) {
   openList();
   act(u"Act_Add"_s);

@@ -109,7 +109,7 @@ TEST_F(Staff, ANewOneIsAdded) {
       statements(),
       (Lines{
           u"select * from d1101 where yw_id='B1'"_s,
-          u"INSERT INTO D1101(YW_ID, YW_NAME,PYM,BM_ID, TEL, FAX, EMAIL, ADDR, TC, BDATE, EDATE, T, NOTE) ValueS('B1','王五','WW','02','139','','','',1,'2026-01-01 00:00:00','2026-12-31 00:00:00',1,'')"_s}));
+          u"INSERT INTO D1101(YW_ID, YW_NAME,PYM,BM_ID, TEL, FAX, EMAIL, ADDR, TC, BDATE, EDATE, T, NOTE) ValueS('B1','王五','WW','02','139','','','',1,'2026-01-01','2026-12-31',1,'')"_s}));
   const QJsonObject row = rows(u"DBGridEh"_s)[1].toObject();
   EXPECT_EQ(row["BM_NAME"_L1].toString(), u"仓储部"_s);
   EXPECT_EQ(row["EDATE"_L1].toString(), u"2026-12-31"_s);
@@ -145,6 +145,20 @@ TEST_F(Staff, ARowWithoutARatioIsCopied) {
   click(u"btn_ok"_s);
   EXPECT_EQ(messages(), Lines());
   EXPECT_EQ(sql(u"select tc from D1101 where yw_id='A2'"_s), (Table{{u"0"_s}}));
+}
+
+TEST_F(Staff, ANewOnesDatesAreNowUntilTheyAreChosen) {
+  openList();
+  act(u"Act_Add"_s);
+  type(u"Edit1"_s, u"b1"_s);
+  type(u"Edit2"_s, u"王五"_s);
+  type(u"BM_ID"_s, u"01"_s);
+  type(u"EDATE"_s, u"2027/3/1"_s);
+  click(u"btn_ok"_s);
+  EXPECT_TRUE(statements().back().contains(u",'2026-11-20 10:11:"_s));
+  EXPECT_EQ(
+      sql(u"select convert(varchar(10),bdate,120),convert(varchar(19),edate,120) from D1101 where yw_id='B1'"_s),
+      (Table{{u"2026-11-20"_s, u"2027-03-01 00:00:00"_s}}));
 }
 
 TEST_F(Staff, TheRatioIsAtMostOne) {
@@ -212,6 +226,31 @@ TEST_F(Staff, TheFilterFindsAPartOfCodeNameTelephoneOrInitials) {
   EXPECT_EQ(found(u"55"_s), u"B7"_s);
   EXPECT_EQ(found(QString()), u"A1,B7"_s);
   EXPECT_EQ(messages(), Lines());
+}
+
+TEST_F(Staff, AQuoteInTheFilterBreaksTheStatementAndKeepsTheRows) {
+  openList();
+  act(u"Act_Filter"_s);
+  type(u"GYS_NAME"_s, u"O'x"_s);
+  press(u"F2"_s);
+  EXPECT_EQ(messages().size(), 1U);
+  EXPECT_TRUE(statements().back().contains(u"(D1101.YW_ID like '%O'x%')"_s));
+  EXPECT_EQ(frontClass(), u"TF2112"_s);
+  EXPECT_EQ(codes(), QStringList{u"A1"_s});
+  EXPECT_FALSE(get(u"FilterText"_s)["visible"_L1].toBool());
+}
+
+TEST_F(Staff, TheFilterIsDescribed) {
+  openList();
+  act(u"Act_Filter"_s);
+  type(u"GYS_NAME"_s, u"张"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(text(u"FilterText"_s), u"编号/名称/拼音码    包含   张"_s);
+  EXPECT_TRUE(get(u"FilterText"_s)["visible"_L1].toBool());
+  act(u"Act_Filter"_s);
+  type(u"GYS_NAME"_s, QString());
+  click(u"btn_ok"_s);
+  EXPECT_FALSE(get(u"FilterText"_s)["visible"_L1].toBool());
 }
 
 TEST_F(Staff, TheFilterIsLabelled) {
