@@ -12,7 +12,8 @@
 namespace goodsbook {
 
 TreeFind::TreeFind(QTreeWidget& tree, QWidget* parent) : TCustomDBEditEh(parent), tree_(tree) {
-  setPlaceholderText(tr("查找代号、名称或拼音首字母 (Ctrl+L)"));
+  setPlaceholderText(tr("查找 (Ctrl+L)"));
+  setToolTip(tr("查找代号、名称或拼音首字母，↑ ↓ 到上一个、下一个"));
   setClearButtonEnabled(true);
   connect(this, &QLineEdit::textChanged, this, &TreeFind::findBest);
 }

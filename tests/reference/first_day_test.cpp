@@ -1,9 +1,9 @@
 // A shop's first day: everything that it deals with is set up from the keyboard.
 #include <gtest/gtest.h>
 
-#include "app/driver/screen_test.h"
 #include "app/starting_set.h"
 #include "host/session.h"
+#include "tests/reference/reference_test.h"
 
 using namespace Qt::StringLiterals;
 
@@ -13,14 +13,10 @@ namespace {
 using Lines = std::vector<QString>;
 using Texts = std::vector<std::pair<QString, QString>>;  // element, what is typed there
 
-class FirstDay : public ScreenTest {
+class FirstDay : public ReferenceTest {
  protected:
   void startingSet() {
     onGui([] { sample::startingSet(sampleTools(Session::current().database())); });
-  }
-  void openList(int module) {
-    open(module);
-    rows(u"DBGridEh"_s);
   }
   void fill(const Texts& texts) {
     for (const auto& [element, text] : texts) type(element, text);
@@ -44,10 +40,7 @@ class FirstDay : public ScreenTest {
   // A column of the list as it is after a fresh start of the screen.
   QString listed(int module, const QString& field) {
     openList(module);
-    QStringList texts;
-    const QJsonArray list = rows(u"DBGridEh"_s);
-    for (const QJsonValue& row : list) texts << row[field].toString();
-    return texts.join(u',');
+    return column(field).join(u',');
   }
 };
 

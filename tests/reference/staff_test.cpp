@@ -1,7 +1,7 @@
 // Staff and salespeople.
 #include <gtest/gtest.h>
 
-#include "app/driver/screen_test.h"
+#include "tests/reference/reference_test.h"
 
 using namespace Qt::StringLiterals;
 
@@ -11,31 +11,15 @@ namespace {
 using Lines = std::vector<QString>;
 using Table = std::vector<std::vector<QString>>;
 
-class Staff : public ScreenTest {
+class Staff : public ReferenceTest {
  protected:
   void SetUp() override {
     ScreenTest::SetUp();
     sql(u"insert into D1008 (bm_id,bm_name,oid) values ('01','营业部','Z'),('02','仓储部','Z');"
         "insert into D1101 values ('A1','张三','ZS','01','138','0755','a@b','路',0.3,'2025-01-02','2027-05-06',0,'旧')"_s);
   }
-  QString focused() {
-    const QJsonArray all = done({{u"cmd"_s, u"elements"_s}})["elements"_L1].toArray();
-    for (const QJsonValue& element : all) {
-      if (element["focused"_L1].toBool()) return element["name"_L1].toString();
-    }
-    return {};
-  }
-  void openList() {
-    open(112);
-    rows(u"DBGridEh"_s);
-    statements();
-  }
-  QStringList codes() {
-    QStringList all;
-    const QJsonArray list = rows(u"DBGridEh"_s);
-    for (const QJsonValue& row : list) all << row["YW_ID"_L1].toString();
-    return all;
-  }
+  void openStaff() { openList(112); }
+  QStringList codes() { return column(u"YW_ID"_s); }
 };
 
 TEST_F(Staff, TheListShowsThoseWhoseDepartmentExists) {
@@ -59,7 +43,7 @@ TEST_F(Staff, TheListShowsThoseWhoseDepartmentExists) {
 }
 
 TEST_F(Staff, FieldsHaveTheirLabelsLimitsAndOrder) {
-  openList();
+  openStaff();
   act(u"Act_Add"_s);
   EXPECT_EQ(frontClass(), u"TF2112_1"_s);
   EXPECT_EQ(focused(), u"Edit1"_s);
@@ -93,7 +77,7 @@ TEST_F(Staff, FieldsHaveTheirLabelsLimitsAndOrder) {
 }
 
 TEST_F(Staff, ANewOneIsAdded) {
-  openList();
+  openStaff();
   act(u"Act_Add"_s);
   type(u"Edit1"_s, u"b1"_s);
   type(u"Edit2"_s, u"王五"_s);
@@ -116,7 +100,7 @@ TEST_F(Staff, ANewOneIsAdded) {
 }
 
 TEST_F(Staff, AnEditShowsTheContractDateAsTheEnd) {
-  openList();
+  openStaff();
   act(u"Act_Edit"_s);
   EXPECT_EQ(focused(), u"Edit2"_s);
   EXPECT_TRUE(get(u"Edit1"_s)["readonly"_L1].toBool());
@@ -139,7 +123,7 @@ TEST_F(Staff, AnEditShowsTheContractDateAsTheEnd) {
 
 TEST_F(Staff, ARowWithoutARatioIsCopied) {
   sql(u"update D1101 set tc=null"_s);
-  openList();
+  openStaff();
   act(u"Act_CopyAdd"_s);
   type(u"Edit1"_s, u"a2"_s);
   click(u"btn_ok"_s);
@@ -148,7 +132,7 @@ TEST_F(Staff, ARowWithoutARatioIsCopied) {
 }
 
 TEST_F(Staff, ANewOnesDatesAreNowUntilTheyAreChosen) {
-  openList();
+  openStaff();
   act(u"Act_Add"_s);
   type(u"Edit1"_s, u"b1"_s);
   type(u"Edit2"_s, u"王五"_s);
@@ -162,7 +146,7 @@ TEST_F(Staff, ANewOnesDatesAreNowUntilTheyAreChosen) {
 }
 
 TEST_F(Staff, TheRatioIsAtMostOne) {
-  openList();
+  openStaff();
   act(u"Act_Edit"_s);
   for (const QString& good : {u"1"_s, u"0"_s, u"-1"_s}) {
     type(u"tc"_s, good);
@@ -180,7 +164,7 @@ TEST_F(Staff, TheRatioIsAtMostOne) {
 }
 
 TEST_F(Staff, TheDepartmentIsPicked) {
-  openList();
+  openStaff();
   act(u"Act_Edit"_s);
   click(u"BM_ID.button"_s);
   EXPECT_EQ(rows(u"DBGridEh"_s).size(), 2);
@@ -196,7 +180,7 @@ TEST_F(Staff, TheDepartmentIsPicked) {
 }
 
 TEST_F(Staff, CodesAndNamesAreChecked) {
-  openList();
+  openStaff();
   act(u"Act_Add"_s);
   EXPECT_EQ(focus(u"Edit2"_s), u"Edit1"_s);
   type(u"Edit1"_s, u"a1"_s);
@@ -210,7 +194,7 @@ TEST_F(Staff, CodesAndNamesAreChecked) {
 
 TEST_F(Staff, TheFilterFindsAPartOfCodeNameTelephoneOrInitials) {
   sql(u"insert into D1101 (yw_id,yw_name,pym,bm_id,tel) values ('B7','李四','LS','01','555')"_s);
-  openList();
+  openStaff();
   const auto found = [this](const QString& part) {
     act(u"Act_Filter"_s);
     type(u"GYS_NAME"_s, part);
@@ -229,7 +213,7 @@ TEST_F(Staff, TheFilterFindsAPartOfCodeNameTelephoneOrInitials) {
 }
 
 TEST_F(Staff, AQuoteInTheFilterBreaksTheStatementAndKeepsTheRows) {
-  openList();
+  openStaff();
   act(u"Act_Filter"_s);
   type(u"GYS_NAME"_s, u"O'x"_s);
   press(u"F2"_s);
@@ -241,7 +225,7 @@ TEST_F(Staff, AQuoteInTheFilterBreaksTheStatementAndKeepsTheRows) {
 }
 
 TEST_F(Staff, TheFilterIsDescribed) {
-  openList();
+  openStaff();
   act(u"Act_Filter"_s);
   type(u"GYS_NAME"_s, u"张"_s);
   click(u"btn_ok"_s);
@@ -254,7 +238,7 @@ TEST_F(Staff, TheFilterIsDescribed) {
 }
 
 TEST_F(Staff, TheFilterIsLabelled) {
-  openList();
+  openStaff();
   act(u"Act_Filter"_s);
   EXPECT_EQ(frontClass(), u"TF2112F"_s);
   const QJsonArray windows = done({{u"cmd"_s, u"screens"_s}})["screens"_L1].toArray();

@@ -1,7 +1,7 @@
 // Categories, departments, regions and warehouses: the trees.
 #include <gtest/gtest.h>
 
-#include "app/driver/screen_test.h"
+#include "tests/reference/reference_test.h"
 
 using namespace Qt::StringLiterals;
 
@@ -11,7 +11,7 @@ namespace {
 using Lines = std::vector<QString>;
 using Table = std::vector<std::vector<QString>>;
 
-class TreeScreen : public ScreenTest {
+class TreeScreen : public ReferenceTest {
  protected:
   QStringList tree() {  // a line a node, indented by depth, the selected one marked
     QStringList lines;
@@ -24,13 +24,6 @@ class TreeScreen : public ScreenTest {
   }
   void select(const QString& code) {
     done({{u"cmd"_s, u"node"_s}, {u"code"_s, code.isNull() ? QJsonValue() : QJsonValue(code)}});
-  }
-  QString focused() {
-    const QJsonArray all = done({{u"cmd"_s, u"elements"_s}})["elements"_L1].toArray();
-    for (const QJsonValue& element : all) {
-      if (element["focused"_L1].toBool()) return element["name"_L1].toString();
-    }
-    return {};
   }
   QJsonObject lastSent() {
     return done({{u"cmd"_s, u"statements"_s}})["statements"_L1].toArray().last().toObject();
