@@ -19,6 +19,7 @@ TF2101A_2::TF2101A_2(QWidget* owner)
       DBGridEh(new TDBGridEh(body())),
       Label1(new LinkLabel(tr("当增加新商品条码检查重复时会出现此提示,请按以下步骤进行操作："), body())) {
   setWindowTitle(tr("重复条码提示"));
+  setMinimumSize(460, 260);
   resize(754, 383);
   buildGrid();
   FormBuilder form(*this);

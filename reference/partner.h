@@ -54,7 +54,6 @@ class PartnerEditor : public TFrm_Base_Detail {
   void Edit1Exit();
   void OPENURLClick();
   bool drawsNumber() const;  // codes are numbered, and this one is new
-  void tellIfHidden() const;
 
   const Partner& partner_;
   LinkLabel* OPENURL = nullptr;

@@ -140,7 +140,7 @@ void Tour::dialogPictures(const QString& name) {
     QWidget* window = driver_.addressing().foremost();
     if (!window) return;
     const QSize usualSize = window->size();
-    window->resize(window->minimumSizeHint());
+    window->resize(window->minimumSizeHint().expandedTo(window->minimumSize()));
     pictureOf(*window, name + u"-small"_s);
     window->resize(usualSize);
   });

@@ -96,6 +96,7 @@ TDBDateTimeEditEh::TDBDateTimeEditEh(QWidget* parent) : ButtonEdit(parent) {
 }
 
 void TDBDateTimeEditEh::setDateTime(const QDateTime& value, bool withTime) {
+  withTime_ = withTime;
   setText(value.isValid() ? dateText(value, withTime) : QString());
 }
 
@@ -125,14 +126,19 @@ void TDBDateTimeEditEh::focusOutEvent(QFocusEvent* event) {
   bool hasTime = false;
   const QDateTime value = readDate(text(), &hasTime);
   if (value.isValid() && !isReadOnly()) {
-    const QString usual = dateText(value, hasTime);
+    const QString usual = dateText(value, hasTime || withTime_);
     if (usual != text()) setText(usual);
   }
   ButtonEdit::focusOutEvent(event);
 }
 
 void TDBDateTimeEditEh::takeDate(QDate date) {
-  setDateTime(date.startOfDay(), false);
+  const QDateTime before = dateTime();
+  if (date.isValid()) {
+    setDateTime(QDateTime(date, before.isValid() ? before.time() : QTime(0, 0)), withTime_);
+  } else {
+    clear();
+  }
   setModified(true);
   Q_EMIT textEdited(text());
   setFocus(Qt::PopupFocusReason);

@@ -9,8 +9,6 @@ class QTreeWidget;
 
 namespace goodsbook {
 
-class TreeFind;
-
 // A tree of rows that name their parent, beside the list of the same rows. A node's caption is code, one
 // blank, name. Rows whose parent does not exist stand under a node of their own at the end.
 class GOODSBOOKHOST_EXPORT TFrm_Base_Node : public EditListScreen {
@@ -29,8 +27,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Node : public EditListScreen {
   // "Add" makes a node beside the selected one, "CopyAdd" one under it.
   void openEditor(const QString& mode) override;
   void Act_DeleteExecute() override;
-  bool onRow() const override;        // a node is selected
-  void Act_LocateExecute() override;  // to the field that finds nodes
+  bool onRow() const override;  // a node is selected
   void FormKeyDown(QKeyEvent* event) override;
   void showEvent(QShowEvent* event) override;
 
@@ -45,7 +42,6 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Node : public EditListScreen {
   void showNodeInList();
   QSet<QString> closedCodes() const;
 
-  TreeFind* FindNode;
   bool syncing_ = false;
 };
 

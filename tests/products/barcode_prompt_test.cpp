@@ -295,5 +295,26 @@ TEST_F(BarcodePrompt, TheDownloadPageIsASetting) {
   leaveAll();
 }
 
+TEST_F(BarcodePrompt, ALibraryThatBreaksLaterLeavesTheShopsOwnRows) {
+  product(u"P1"_s, u"可乐"_s, u"6901234567892"_s);
+  QByteArray table;
+  for (int i = 0; i < 5000; ++i) table += QByteArray::number(6900000000000 + i) + ",some name of a product\n";
+  library(table);
+  leaveBarcode(u"6901234567892"_s);
+  EXPECT_EQ(text(u"Label1"_s), u"  本地离线条码库共：5000"_s);
+  press(u"Esc"_s);
+  QFile file(BarcodeLibrary::fileIn(folder()));
+  ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+  file.write(QByteArray(static_cast<qsizetype>(file.size()), 'x'));
+  file.close();
+  type(u"TM"_s, u"690123456789"_s);
+  type(u"TM"_s, u"6901234567892"_s);
+  focus(u"Edit3"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(rows(u"DBGridEh"_s).size(), 1);
+  EXPECT_TRUE(text(u"Label1"_s).startsWith(downloadHint));
+  leaveAll();
+}
+
 }  // namespace
 }  // namespace goodsbook

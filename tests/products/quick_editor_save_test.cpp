@@ -249,5 +249,23 @@ TEST_F(QuickEditorSave, AFailingBatchLeavesEverythingAsItWas) {
   EXPECT_EQ(sql(u"select WL_NAME from D1801"_s), (Table{{u"可乐"_s}}));
 }
 
+TEST_F(QuickEditorSave, RefusalsAreWarnings) {
+  product(u"P1"_s, u"可乐"_s);
+  sql(u"insert into D1802 (WL_ID,CK_ID,KC,CHECK_KC) values ('P1','A',-1,1)"_s);
+  openList();
+  act(u"Act_Edit"_s);
+  check(u"check_kc"_s, false);
+  click(u"btn_ok"_s);
+  click(u"btn_Cancel"_s);
+  act(u"Act_Add"_s);
+  press(u"F11"_s);
+  type(u"Edit1"_s, u"P1"_s);
+  focus(u"TM"_s);
+  click(u"btn_Cancel"_s);
+  const QJsonArray list = done({{u"cmd"_s, u"messages"_s}})["messages"_L1].toArray();
+  EXPECT_EQ(list.size(), 3);
+  for (const QJsonValue& message : list) EXPECT_EQ(message["kind"_L1].toInt(), 5);
+}
+
 }  // namespace
 }  // namespace goodsbook

@@ -1,7 +1,7 @@
 // Units of measure: the family's list and editor at full depth.
 #include <gtest/gtest.h>
 
-#include "tests/reference/reference_test.h"
+#include "app/driver/screen_test.h"
 
 using namespace Qt::StringLiterals;
 
@@ -11,7 +11,7 @@ namespace {
 using Lines = std::vector<QString>;
 using Table = std::vector<std::vector<QString>>;
 
-class Units : public ReferenceTest {
+class Units : public ScreenTest {
  protected:
   void add(const QString& code, const QString& name, const QString& note = {}) {
     act(u"Act_Add"_s);
@@ -22,7 +22,9 @@ class Units : public ReferenceTest {
   }
   void openWith(const QString& rowsToInsert) {
     sql(rowsToInsert);
-    openList(103);
+    open(103);
+    rows(u"DBGridEh"_s);
+    statements();
   }
   QStringList shown() {  // the list's cells
     QStringList lines;
@@ -32,6 +34,13 @@ class Units : public ReferenceTest {
                    row["DW_NOTE"_L1].toString();
     }
     return lines;
+  }
+  QString focused() {
+    const QJsonArray all = done({{u"cmd"_s, u"elements"_s}})["elements"_L1].toArray();
+    for (const QJsonValue& element : all) {
+      if (element["focused"_L1].toBool()) return element["name"_L1].toString();
+    }
+    return {};
   }
   Table stored() { return sql(u"select dw_id,dw_name,pym,dw_note from D1003 order by dw_id"_s); }
   QJsonObject lastSent() {
