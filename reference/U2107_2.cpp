@@ -19,7 +19,7 @@ TF2107_2::TF2107_2(QWidget* owner)
   DBGridEh1->setColumns(
       {{.field = u"G"_s, .title = tr("组"), .width = 40, .hideRepeats = true},
        {.field = u"USER_ID"_s, .title = tr("用户号"), .width = 100},
-       {.field = u"USER_NAME"_s, .title = tr("名称"), .width = 120},
+       {.field = u"USER_NAME"_s, .title = tr("名称"), .width = 200},
        {.field = u"R"_s, .title = tr("读"), .width = 44, .readOnly = false, .checkBox = true},
        {.field = u"W"_s, .title = tr("写"), .width = 44, .readOnly = false, .checkBox = true}});
   DBGridEh1->setRecordSet(&AdoQry_Tmp);

@@ -11,13 +11,13 @@ QPointer<TF2122> F2122;
 TF2122::TF2122(QWidget* owner) : TFrm_Base_Outer(owner) {
   setWindowTitle(tr("现金银行"));
   setColumns({{.field = u"JY_ID"_s, .title = tr("帐户编号"), .width = 70},
-              {.field = u"JY_NAME"_s, .title = tr("帐户名称"), .width = 180},
+              {.field = u"JY_NAME"_s, .title = tr("帐户名称"), .width = 140},
               {.field = u"CLASSID"_s, .title = tr("类型号"), .width = 56},
               {.field = u"CLSNAME"_s, .title = tr("类型"), .width = 80},
-              {.field = u"YH_NUM"_s, .title = tr("银行帐号"), .width = 170},
-              {.field = u"YH_NAME"_s, .title = tr("银行全称"), .width = 200},
-              {.field = u"KM_ID"_s, .title = tr("会计科目"), .width = 110},
-              {.field = u"QCMONEY"_s, .title = tr("期初余额"), .width = 110, .sum = true}},
+              {.field = u"YH_NUM"_s, .title = tr("银行帐号"), .width = 150},
+              {.field = u"YH_NAME"_s, .title = tr("银行全称"), .width = 150},
+              {.field = u"KM_ID"_s, .title = tr("会计科目"), .width = 80},
+              {.field = u"QCMONEY"_s, .title = tr("期初余额"), .width = 90, .sum = true}},
              {{.name = u"PYM"_s, .size = 50}});
   FormCreate();
 }

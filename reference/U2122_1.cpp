@@ -50,6 +50,8 @@ TF2122_1::TF2122_1(QWidget* owner) : TFrm_Base_Detail(owner) {
        .check = FieldCheck::FloatCanZero,
        .column = u"QCMONEY"_s},
   });
+  elementNamed(u"RB2"_s)->setToolTip(tr("类    型"));
+  body()->setMinimumWidth(360);
   TExtEdit* ledger = lookupEdit(u"KM_ID"_s);
   connect(ledger, &TExtEdit::ButtonClick, this, [this] { guarded(this, [this] { KM_IDButtonClick(); }); });
   FormCreate();

@@ -40,6 +40,7 @@ CodeTableEditor::CodeTableEditor(const CodeTable& table, QWidget* owner)
                             table_.taken);
   };
   FormBuilder(*this).fields(std::move(fields));
+  body()->setMinimumWidth(300);
   layout()->setSizeConstraint(QLayout::SetFixedSize);
   FormCreate();
 }

@@ -54,6 +54,7 @@ class PartnerEditor : public TFrm_Base_Detail {
   void Edit1Exit();
   void OPENURLClick();
   bool drawsNumber() const;  // codes are numbered, and this one is new
+  void tellIfHidden() const;
 
   const Partner& partner_;
   LinkLabel* OPENURL = nullptr;

@@ -150,6 +150,19 @@ void PartnerEditor::SaveData() {
           true, false, true);
   if (partner_.hasSalesperson) listRows().setValue(u"KM_IDA"_s, text(u"YW_ID"_s));
   storeFields();
+  tellIfHidden();
+}
+
+// The list joins regions and delivery methods. A new partner starts with codes that need not be there.
+void PartnerEditor::tellIfHidden() const {
+  QStringList missing;
+  for (const QString& name : {u"addr_id"_s, u"SEND_ID"_s}) {
+    const TExtEdit* edit = lookupEdit(name);
+    if (!edit->lookup()->nameOf(edit->text()))
+      missing << labelOf(edit) + u"【"_s + edit->text().trimmed() + u'】';
+  }
+  if (missing.isEmpty()) return;
+  DISPINFO(tr("已保存，但%1不存在：建立之前，刷新后的列表中看不到它。").arg(missing.join(u"、"_s)), 5);
 }
 
 void PartnerEditor::OPENURLClick() {

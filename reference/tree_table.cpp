@@ -1,5 +1,6 @@
 #include "reference/tree_table.h"
 
+#include "host/U_function.h"
 #include "host/Zpy.h"
 #include "host/data/U_dataop.h"
 #include "host/data/errors.h"
@@ -40,6 +41,7 @@ TreeTableEditor::TreeTableEditor(const TreeTable& table, QWidget* owner)
                             table_.taken);
   };
   FormBuilder(*this).fields(std::move(fields));
+  body()->setMinimumWidth(360);  // names and notes are longer than codes
   FormCreate();
 }
 
@@ -52,7 +54,10 @@ void TreeTableEditor::RefreshData() {
     fields().clear();
   } else {
     opensql(AdoQry_Tmp, moduleCode_, table_.rowStatement + selectedCode() + u"')"_s);
-    if (AdoQry_Tmp.isEmpty()) throw EAbort();
+    if (AdoQry_Tmp.isEmpty()) {
+      DISPINFO(tr("【%1】已被删除，请刷新!").arg(selectedCode()), 5);
+      throw EAbort();
+    }
     fields().load(AdoQry_Tmp);
   }
   TFrm_Base_Node_d::RefreshData();

@@ -5,10 +5,9 @@
 
 #include "app/commands/console.h"
 #include "app/commands/sample_pictures.h"
-#include "host/Zpy.h"
+#include "app/starting_set.h"
 #include "host/data/database.h"
 #include "host/data/errors.h"
-#include "schema/sample/sample.h"
 
 using namespace Qt::StringLiterals;
 
@@ -21,25 +20,13 @@ struct Texts {
   Q_DECLARE_TR_FUNCTIONS(InitCommand)
 };
 
-class SilentSink : public engine::ResultSink {
- public:
-  void beginSet(std::span<const engine::Column>) override {}
-  void row(const engine::Row&) override {}
-};
-
 // A database is up to three files.
 void removeDatabase(const QString& file) {
   for (const auto* ending : {"", "-wal", "-shm"}) QFile::remove(file + QLatin1StringView(ending));
 }
 
 void fill(Database& database, int products) {
-  SilentSink sink;
-  const sample::Tools tools{
-      .execute =
-          [&](std::string_view batch) {
-            database.execute(QString::fromUtf8(batch), sink, Database::Permission::Owner);
-          },
-      .initials = [](std::string_view name) { return Zpy::GetPY(QString::fromUtf8(name)).toStdString(); }};
+  const sample::Tools tools = sampleTools(database);
   sample::startingSet(tools);
   if (products == 0) return;
   sample::sampleGoods(tools,

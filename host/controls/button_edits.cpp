@@ -96,7 +96,6 @@ TDBDateTimeEditEh::TDBDateTimeEditEh(QWidget* parent) : ButtonEdit(parent) {
 }
 
 void TDBDateTimeEditEh::setDateTime(const QDateTime& value, bool withTime) {
-  withTime_ = withTime;
   setText(value.isValid() ? dateText(value, withTime) : QString());
 }
 
@@ -126,19 +125,14 @@ void TDBDateTimeEditEh::focusOutEvent(QFocusEvent* event) {
   bool hasTime = false;
   const QDateTime value = readDate(text(), &hasTime);
   if (value.isValid() && !isReadOnly()) {
-    const QString usual = dateText(value, hasTime || withTime_);
+    const QString usual = dateText(value, hasTime);
     if (usual != text()) setText(usual);
   }
   ButtonEdit::focusOutEvent(event);
 }
 
 void TDBDateTimeEditEh::takeDate(QDate date) {
-  const QDateTime before = dateTime();
-  if (date.isValid()) {
-    setDateTime(QDateTime(date, before.isValid() ? before.time() : QTime(0, 0)), withTime_);
-  } else {
-    clear();
-  }
+  setDateTime(date.startOfDay(), false);
   setModified(true);
   Q_EMIT textEdited(text());
   setFocus(Qt::PopupFocusReason);

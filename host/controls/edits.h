@@ -100,7 +100,8 @@ class GOODSBOOKHOST_EXPORT ButtonEdit : public TCustomDBEditEh {
 };
 
 // A date edit: a text "yyyy-MM-dd" or "yyyy-MM-dd HH:mm:ss" with a calendar behind its button; may be empty.
-// Other usual spellings ("2026/1/5", "20260105") are put into this form when the focus leaves.
+// Other usual spellings ("2026/1/5", "20260105") are put into this form when the focus leaves. What the user
+// types or picks has a time only when it was typed.
 class GOODSBOOKHOST_EXPORT TDBDateTimeEditEh : public ButtonEdit {
   Q_OBJECT
 
@@ -117,8 +118,6 @@ class GOODSBOOKHOST_EXPORT TDBDateTimeEditEh : public ButtonEdit {
 
  private:
   void takeDate(QDate date);
-
-  bool withTime_ = false;
 };
 
 // A lookup edit: a code with a button that opens the attached picker. Beside it a label shows the name of the

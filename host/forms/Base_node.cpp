@@ -8,10 +8,12 @@
 #include <QSplitter>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
+#include <QVBoxLayout>
 
 #include "host/U_function.h"
 #include "host/forms/Base_node_d.h"
 #include "host/forms/row_delete.h"
+#include "host/forms/tree_find.h"
 #include "host/forms/tree_node.h"
 #include "host/forms/tree_rows.h"
 
@@ -19,7 +21,8 @@ using namespace Qt::StringLiterals;
 
 namespace goodsbook {
 
-TFrm_Base_Node::TFrm_Base_Node(QWidget* owner) : EditListScreen(owner), TreeView(new QTreeWidget(this)) {
+TFrm_Base_Node::TFrm_Base_Node(QWidget* owner)
+    : EditListScreen(owner), TreeView(new QTreeWidget(this)), FindNode(new TreeFind(*TreeView, this)) {
   TreeView->setObjectName(u"TreeView"_s);
   TreeView->setHeaderHidden(true);
   TreeView->setUniformRowHeights(true);
@@ -27,7 +30,14 @@ TFrm_Base_Node::TFrm_Base_Node(QWidget* owner) : EditListScreen(owner), TreeView
   TreeView->setContextMenuPolicy(Qt::CustomContextMenu);
   TreeView->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   TreeView->header()->setStretchLastSection(false);
-  Splitter->insertWidget(0, TreeView);
+  FindNode->setObjectName(u"FindNode"_s);
+  auto* side = new QWidget(this);
+  auto* column = new QVBoxLayout(side);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(2);
+  column->addWidget(FindNode);
+  column->addWidget(TreeView);
+  Splitter->insertWidget(0, side);
   Splitter->setStretchFactor(0, 2);
   Splitter->setStretchFactor(1, 3);
   Splitter->setSizes({380, 580});
@@ -35,6 +45,8 @@ TFrm_Base_Node::TFrm_Base_Node(QWidget* owner) : EditListScreen(owner), TreeView
   setActionHint(action(u"Act_Add"_s), tr("在所选节点的同级增加"));
   action(u"Act_CopyAdd"_s)->setText(tr("增加下级"));
   setActionHint(action(u"Act_CopyAdd"_s), tr("在所选节点之下增加"));
+  setActionShown(u"Act_Locate"_s, true);
+  setActionHint(action(u"Act_Locate"_s), tr("按代号、名称或拼音首字母查找节点"));
   connect(TreeView, &QWidget::customContextMenuRequested, this,
           [this](const QPoint& at) { PopupMenu->popup(TreeView->viewport()->mapToGlobal(at)); });
   connect(TreeView, &QTreeWidget::itemSelectionChanged, this, &TFrm_Base_Node::treeMoved);
@@ -145,6 +157,10 @@ void TFrm_Base_Node::openEditor(const QString& mode) {
   TreeView->setFocus();
 }
 
+void TFrm_Base_Node::Act_LocateExecute() {
+  FindNode->setFocus();
+}
+
 void TFrm_Base_Node::Act_DeleteExecute() {
   QTreeWidgetItem* node = treenode::selected(*TreeView);
   const QString code = treenode::code(node);
@@ -172,10 +188,17 @@ void TFrm_Base_Node::Act_DeleteExecute() {
 
 void TFrm_Base_Node::FormKeyDown(QKeyEvent* event) {
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (enter && focusWidget() == TreeView && (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
-    event->accept();
-    DBGridEhDblClick();
-    return;
+  if (enter && (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
+    if (focusWidget() == TreeView) {
+      event->accept();
+      DBGridEhDblClick();
+      return;
+    }
+    if (focusWidget() == FindNode) {
+      event->accept();
+      TreeView->setFocus();
+      return;
+    }
   }
   EditListScreen::FormKeyDown(event);
 }

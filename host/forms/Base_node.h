@@ -9,6 +9,8 @@ class QTreeWidget;
 
 namespace goodsbook {
 
+class TreeFind;
+
 // A tree of rows that name their parent, beside the list of the same rows. A node's caption is code, one
 // blank, name. Rows whose parent does not exist stand under a node of their own at the end.
 class GOODSBOOKHOST_EXPORT TFrm_Base_Node : public EditListScreen {
@@ -27,7 +29,8 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Node : public EditListScreen {
   // "Add" makes a node beside the selected one, "CopyAdd" one under it.
   void openEditor(const QString& mode) override;
   void Act_DeleteExecute() override;
-  bool onRow() const override;  // a node is selected
+  bool onRow() const override;        // a node is selected
+  void Act_LocateExecute() override;  // to the field that finds nodes
   void FormKeyDown(QKeyEvent* event) override;
   void showEvent(QShowEvent* event) override;
 
@@ -42,6 +45,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Node : public EditListScreen {
   void showNodeInList();
   QSet<QString> closedCodes() const;
 
+  TreeFind* FindNode;
   bool syncing_ = false;
 };
 

@@ -171,7 +171,7 @@ void FormBuilder::addLabel(const FieldSpec& spec, QWidget* buddy) {
   label->setTextFormat(Qt::PlainText);
   label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   if (!spec.labelName.isEmpty()) label->setObjectName(spec.labelName);
-  if (!isBox(spec.kind)) label->setBuddy(buddy);
+  label->setBuddy(buddy);
   if (column_ > 0) label->setContentsMargins(columnGap, 0, 0, 0);
   const bool top = spec.kind == FieldKind::Memo;
   grid_->addWidget(label, row_, column_, top ? Qt::AlignRight | Qt::AlignTop : Qt::Alignment());

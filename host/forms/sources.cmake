@@ -21,6 +21,7 @@ target_sources(goodsbookhost PRIVATE
   forms/ok_cancel_screen.cpp forms/ok_cancel_screen.h
   forms/row_delete.cpp
   forms/screen_events.cpp forms/screen_events.h
+  forms/tree_find.cpp forms/tree_find.h
   forms/tree_node.cpp
   forms/tree_rows.cpp
 )

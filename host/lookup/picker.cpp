@@ -13,6 +13,7 @@
 
 #include "host/controls/TDBGridEh.h"
 #include "host/controls/drop_place.h"
+#include "host/lookup/match.h"
 
 using namespace Qt::StringLiterals;
 
@@ -40,14 +41,8 @@ class ListRow : public engine::Row {
   std::array<QByteArray, 3> texts_;
 };
 
-// How well a row answers what was typed; lower is better, negative for not at all.
 int rank(const LookupTable::Row& row, const QString& typed) {
-  const auto any = [&](auto&& test) { return test(row.id) || test(row.name) || test(row.initials); };
-  if (row.id.compare(typed, Qt::CaseInsensitive) == 0) return 0;
-  if (any([&](const QString& text) { return text.compare(typed, Qt::CaseInsensitive) == 0; })) return 1;
-  if (any([&](const QString& text) { return text.startsWith(typed, Qt::CaseInsensitive); })) return 2;
-  if (any([&](const QString& text) { return text.contains(typed, Qt::CaseInsensitive); })) return 3;
-  return -1;
+  return matchRank(row.id, row.name, row.initials, typed);
 }
 
 }  // namespace
@@ -79,7 +74,6 @@ void LookupPicker::build() {
   search_->installEventFilter(this);
   grid_->setObjectName(u"DBGridEh"_s);
   grid_->setReadOnly(true);
-  grid_->setEmptyText(tr("没有符合的记录"));
   grid_->setFocusPolicy(Qt::ClickFocus);
   GridColumn code{.field = table_.idField, .title = table_.idTitle, .width = 90};
   GridColumn name{.field = table_.nameField, .title = table_.nameTitle, .width = 200};
@@ -178,6 +172,8 @@ void LookupPicker::setVisible(bool visible) {
 
 void LookupPicker::prepare() {
   all_ = table_.rows(condition_);
+  grid_->setEmptyText(all_.empty() ? tr("还没有可选的%1，请先建立").arg(table_.caption)
+                                   : tr("没有符合的记录"));
   preselect(code());
 }
 

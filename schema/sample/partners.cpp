@@ -78,6 +78,11 @@ void writePartner(const Tools& tools, Rows& rows, Random& random, const Partner&
       .end();
 }
 
+// The account's number as the program draws it, without year and month.
+std::string accountSerial(int index) {
+  return padded(index + 1, 6);
+}
+
 constexpr std::string_view columns =
     " (KH_GYS_ID,KG_NAME,PYM,FULL_NAME,GRADE,ADDR_ID,SEND_ID,KM_IDA,KM_IDB,BDATE,EDATE,FZR,TEL,TEL1,FAX,ADDR,EMAIL,"
     "NOTE,WEB)";
@@ -96,7 +101,7 @@ void writePartners(const Tools& tools) {
                              std::string(random.pick(givenNames)) + std::string(random.pick(shopKinds));
     writePartner(tools, customers, random,
                  {"K" + padded(i + 1, 4), name, name, std::string(random.pick(salespeople)),
-                  "2131" + padded(i + 1, 4)});
+                  "2131" + accountSerial(i)});
   }
   customers.flush();
 
@@ -104,11 +109,16 @@ void writePartners(const Tools& tools) {
   for (int i = 0; i < supplierCount; ++i) {
     const std::string name =
         std::string(brands()[static_cast<std::size_t>(i)]) + std::string(random.pick(tradeKinds));
-    const std::string serial = padded(i + 1, 4);
+    const std::string serial = accountSerial(i);
     writePartner(tools, suppliers, random,
                  {supplierId(i), name, name + "(个体)", "2401" + serial, "1151" + serial});
   }
   suppliers.flush();
+
+  Rows drawn(tools, "SYS_NOID (MODULE,PREFIX,SERIAL_LENGTH,LAST_NO)");
+  drawn.text("113").text("").number(0).number(customerCount).end();
+  drawn.text("114").text("").number(0).number(supplierCount).end();
+  drawn.flush();
 
   Rows accounts(tools, "D1010 (JY_ID,JY_NAME,PYM,CLASSID,YH_NUM,YH_NAME,KM_ID,QCMONEY)");
   for (const Account& account : accountTable)

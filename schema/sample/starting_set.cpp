@@ -64,7 +64,7 @@ void startingSet(const Tools& tools) {
   currency.flush();
 
   Rows region(tools, "D1002 (addr_ID,addr_NAME,addr_GL,addr_TEL,addr_ADDR,addr_NOTE,OID)");
-  region.text("01").text("本市").text("").text("").text("").text("").text("Z").end();
+  region.text("01").text("本市").text("店长").text("").text("").text("").text("Z").end();
   region.flush();
 }
 

@@ -1,7 +1,7 @@
 // Cash and bank accounts.
 #include <gtest/gtest.h>
 
-#include "app/driver/screen_test.h"
+#include "tests/reference/reference_test.h"
 
 using namespace Qt::StringLiterals;
 
@@ -11,7 +11,7 @@ namespace {
 using Lines = std::vector<QString>;
 using Table = std::vector<std::vector<QString>>;
 
-class Accounts : public ScreenTest {
+class Accounts : public ReferenceTest {
  protected:
   void SetUp() override {
     ScreenTest::SetUp();
@@ -19,23 +19,12 @@ class Accounts : public ScreenTest {
   }
   void check(const QString& box) { done({{u"cmd"_s, u"check"_s}, {u"element"_s, box}, {u"on"_s, true}}); }
   bool checked(const QString& box) { return get(box)["checked"_L1].toBool(); }
-  QString focused() {
-    const QJsonArray all = done({{u"cmd"_s, u"elements"_s}})["elements"_L1].toArray();
-    for (const QJsonValue& element : all) {
-      if (element["focused"_L1].toBool()) return element["name"_L1].toString();
-    }
-    return {};
-  }
   void openRow(const QString& row) {
     sql(u"insert into D1010 (jy_id,jy_name,classid,yh_num,yh_name,km_id,qcmoney) values "_s + row);
-    open(122);
-    rows(u"DBGridEh"_s);
-    statements();
+    openList(122);
   }
   void startNew() {
-    open(122);
-    rows(u"DBGridEh"_s);
-    statements();
+    openList(122);
     act(u"Act_Add"_s);
     type(u"Edit1"_s, u"01"_s);
     type(u"Edit2"_s, u"工行"_s);
@@ -81,6 +70,8 @@ TEST_F(Accounts, FieldsHaveTheirLabelsAndLimits) {
   EXPECT_EQ(field(u"KM_ID"_s), u"会计科目 18"_s);
   EXPECT_EQ(get(u"QCMONEY"_s)["title"_L1].toString(), u"期初余额"_s);
   EXPECT_EQ(text(u"RB1"_s) + u' ' + text(u"RB2"_s), u"银行存款 现金"_s);
+  EXPECT_EQ(get(u"RB1"_s)["title"_L1].toString() + get(u"RB2"_s)["title"_L1].toString(),
+            u"类    型类    型"_s);
   EXPECT_TRUE(checked(u"RB1"_s));
   EXPECT_FALSE(checked(u"RB2"_s));
   EXPECT_EQ(text(u"QCMONEY"_s), u"0"_s);

@@ -198,6 +198,20 @@ TEST_F(Currencies, ARowWithoutARateAsksForOne) {
           u"update D1001 set hb_id='US',PYM='MY',hb_name='美元',hb_note='',hb_bw=0,hb_hl=7 where hb_id='US'"_s});
 }
 
+TEST_F(Currencies, ALongNoteIsShownAsItIsStored) {
+  open(125);
+  act(u"Act_Add"_s);
+  type(u"Edit1"_s, u"us"_s);
+  type(u"Edit2"_s, u"美元"_s);
+  const QString note = QString(20, u'注');
+  type(u"Edit3"_s, note);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(rows(u"DBGridEh"_s)[0]["HB_NOTE"_L1].toString(), note);
+  act(u"Act_Refresh"_s);
+  EXPECT_EQ(rows(u"DBGridEh"_s)[0]["HB_NOTE"_L1].toString(), note);
+}
+
 TEST_F(Currencies, CopyAddTakesBoxAndRateAlong) {
   sql(u"insert into D1001 (hb_id,hb_name,hb_note,hb_bw,hb_hl) values ('US','美元','x',1,7.25)"_s);
   open(125);

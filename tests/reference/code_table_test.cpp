@@ -1,7 +1,7 @@
 // Units of measure: the family's list and editor at full depth.
 #include <gtest/gtest.h>
 
-#include "app/driver/screen_test.h"
+#include "tests/reference/reference_test.h"
 
 using namespace Qt::StringLiterals;
 
@@ -11,7 +11,7 @@ namespace {
 using Lines = std::vector<QString>;
 using Table = std::vector<std::vector<QString>>;
 
-class Units : public ScreenTest {
+class Units : public ReferenceTest {
  protected:
   void add(const QString& code, const QString& name, const QString& note = {}) {
     act(u"Act_Add"_s);
@@ -22,9 +22,7 @@ class Units : public ScreenTest {
   }
   void openWith(const QString& rowsToInsert) {
     sql(rowsToInsert);
-    open(103);
-    rows(u"DBGridEh"_s);
-    statements();
+    openList(103);
   }
   QStringList shown() {  // the list's cells
     QStringList lines;
@@ -34,13 +32,6 @@ class Units : public ScreenTest {
                    row["DW_NOTE"_L1].toString();
     }
     return lines;
-  }
-  QString focused() {
-    const QJsonArray all = done({{u"cmd"_s, u"elements"_s}})["elements"_L1].toArray();
-    for (const QJsonValue& element : all) {
-      if (element["focused"_L1].toBool()) return element["name"_L1].toString();
-    }
-    return {};
   }
   Table stored() { return sql(u"select dw_id,dw_name,pym,dw_note from D1003 order by dw_id"_s); }
   QJsonObject lastSent() {

@@ -1,8 +1,8 @@
 // Customers and suppliers.
 #include <gtest/gtest.h>
 
-#include "app/driver/screen_test.h"
 #include "host/U_glo.h"
+#include "tests/reference/reference_test.h"
 
 using namespace Qt::StringLiterals;
 
@@ -24,7 +24,7 @@ const Member members[] = {
      u"2611000001"_s, false},
 };
 
-class Partners : public ScreenTest, public testing::WithParamInterface<Member> {
+class Partners : public ReferenceTest, public testing::WithParamInterface<Member> {
  protected:
   const Member& member() { return GetParam(); }
   void SetUp() override {
@@ -44,24 +44,8 @@ class Partners : public ScreenTest, public testing::WithParamInterface<Member> {
         code + u"','旧名','JM','旧全名','3','"_s + region + u"','"_s + delivery +
         u"','','K','2020-01-01','2020-01-01','王','123','www.a.cn')"_s);
   }
-  void openList() {
-    open(member().module);
-    rows(u"DBGridEh"_s);
-    statements();
-  }
-  QString focused() {
-    const QJsonArray all = done({{u"cmd"_s, u"elements"_s}})["elements"_L1].toArray();
-    for (const QJsonValue& element : all) {
-      if (element["focused"_L1].toBool()) return element["name"_L1].toString();
-    }
-    return {};
-  }
-  QStringList codes() {
-    QStringList all;
-    const QJsonArray list = rows(u"DBGridEh"_s);
-    for (const QJsonValue& row : list) all << row["KH_GYS_ID"_L1].toString();
-    return all;
-  }
+  void openPartners() { openList(member().module); }
+  QStringList codes() { return column(u"KH_GYS_ID"_s); }
   QString inserted(const QString& code, const QString& number) {
     return u"INSERT INTO "_s + member().table.toUpper() +
            u"(KH_GYS_ID, KG_NAME,PYM,FULL_NAME, GRADE, ADDR_ID, SEND_ID, KM_IDA,KM_IDB, BDATE,EDATE, FZR, TEL, TEL1, FAX, ADDR, EMAIL, NOTE, WEB)VALUES('"_s +
@@ -111,7 +95,7 @@ TEST_P(Partners, TheListShowsThoseWhoseRegionAndDeliveryExist) {
 }
 
 TEST_P(Partners, FieldsHaveTheirLabelsLimitsAndOrder) {
-  openList();
+  openPartners();
   act(u"Act_Add"_s);
   EXPECT_EQ(frontClass(), member().listClass + u"_1"_s);
   EXPECT_EQ(focused(), u"Edit1"_s);
@@ -138,7 +122,7 @@ TEST_P(Partners, FieldsHaveTheirLabelsLimitsAndOrder) {
 
 TEST_P(Partners, ANewOneStartsWithTheDefaultsAndTheCurrentCode) {
   insert(u"P1"_s);
-  openList();
+  openPartners();
   act(u"Act_Add"_s);
   EXPECT_EQ(text(u"Edit1"_s), u"P1"_s);
   EXPECT_EQ(text(u"Edit2"_s) + text(u"FULL_NAME"_s) + text(u"Edit3"_s) + text(u"web"_s) +
@@ -160,8 +144,40 @@ TEST_P(Partners, ANewOneStartsWithTheDefaultsAndTheCurrentCode) {
       (Table{{member().kmIda, member().account + u"000001"_s, u"2026-11-20"_s, u"2026-11-20"_s}}));
 }
 
+TEST_P(Partners, OneWhoseRegionIsMissingIsSavedAndTheUserIsTold) {
+  sql(u"delete from D1002"_s);
+  openPartners();
+  act(u"Act_Add"_s);
+  type(u"Edit1"_s, u"p1"_s);
+  type(u"Edit2"_s, u"新"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{u"已保存，但所属地区【01】不存在：建立之前，刷新后的列表中看不到它。"_s});
+  EXPECT_EQ(codes(), QStringList{u"p1"_s});
+  act(u"Act_Refresh"_s);
+  EXPECT_EQ(codes(), QStringList());
+  sql(u"insert into D1002 (addr_id,oid) values ('01','Z')"_s);
+  act(u"Act_Refresh"_s);
+  EXPECT_EQ(codes(), QStringList{u"p1"_s});
+}
+
+TEST_P(Partners, RegionAndDeliveryAreNeeded) {
+  sql(u"delete from D1011"_s);
+  openPartners();
+  act(u"Act_Add"_s);
+  type(u"Edit1"_s, u"p1"_s);
+  type(u"Edit2"_s, u"新"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{u"送货方式不能为空!"_s});
+  EXPECT_EQ(focused(), u"SEND_ID"_s);
+  type(u"SEND_ID"_s, u"X"_s);
+  EXPECT_EQ(focus(u"Edit3"_s), u"SEND_ID"_s);
+  EXPECT_EQ(messages(), Lines{u"送货方式【X】不存在!"_s});
+  click(u"btn_Cancel"_s);
+  EXPECT_EQ(executed().back(), uniqueness(u"p1"_s)) << "nothing was written";
+}
+
 TEST_P(Partners, CodesAndNamesAreChecked) {
-  openList();
+  openPartners();
   act(u"Act_Add"_s);
   EXPECT_EQ(focus(u"Edit2"_s), u"Edit1"_s);
   type(u"Edit1"_s, u"a'"_s);
@@ -177,7 +193,7 @@ TEST_P(Partners, CodesAndNamesAreChecked) {
 
 TEST_P(Partners, AnEditKeepsCodeAccountAndDates) {
   insert(u"P1"_s);
-  openList();
+  openPartners();
   act(u"Act_Edit"_s);
   EXPECT_EQ(focused(), u"Edit2"_s);
   EXPECT_TRUE(get(u"Edit1"_s)["readonly"_L1].toBool());
@@ -206,7 +222,7 @@ TEST_P(Partners, AnEditKeepsCodeAccountAndDates) {
 TEST_P(Partners, NumbersAreDrawnAtTheSave) {
   onGui([] { GPARAM6 = 4; });
   insert(u"0001"_s);
-  openList();
+  openPartners();
   for (const QString& mode : {u"Act_Add"_s, u"Act_CopyAdd"_s}) {
     act(mode);
     EXPECT_EQ(text(u"Edit1"_s), u"自动编号"_s);
@@ -225,7 +241,7 @@ TEST_P(Partners, NumbersAreDrawnAtTheSave) {
 
 TEST_P(Partners, TheWebLinkCompletesTheAddress) {
   insert(u"P1"_s);
-  openList();
+  openPartners();
   act(u"Act_View"_s);
   EXPECT_TRUE(get(u"OPENURL"_s)["enabled"_L1].toBool());
   EXPECT_EQ(text(u"OPENURL"_s), u"打开该网站"_s);
@@ -245,7 +261,7 @@ TEST_P(Partners, TheWebLinkCompletesTheAddress) {
 }
 
 TEST_P(Partners, RegionAndDeliveryArePicked) {
-  openList();
+  openPartners();
   act(u"Act_Add"_s);
   type(u"Edit1"_s, u"a"_s);
   type(u"Edit2"_s, u"新"_s);
@@ -267,7 +283,7 @@ TEST_P(Partners, RegionAndDeliveryArePicked) {
 
 TEST_P(Partners, TheFilterLooksInFiveColumns) {
   insert(u"P1"_s);
-  openList();
+  openPartners();
   act(u"Act_Filter"_s);
   EXPECT_EQ(frontClass(), member().listClass + u'F');
   EXPECT_EQ(get(u"GYS_NAME"_s)["title"_L1].toString(), member().codeTitle + u"/名称/联系人/电话/拼音码"_s);
@@ -286,7 +302,7 @@ TEST_P(Partners, TheFilterLooksInFiveColumns) {
 
 TEST_P(Partners, DeletingSendsItsStatement) {
   insert(u"P1"_s);
-  openList();
+  openPartners();
   answer({u"y"_s});
   act(u"Act_Delete"_s);
   EXPECT_EQ(executed(), Lines{u"delete from "_s + member().table + u" Where kh_gys_id='P1'"_s});

@@ -1,7 +1,7 @@
 // Staff and salespeople.
 #include <gtest/gtest.h>
 
-#include "app/driver/screen_test.h"
+#include "tests/reference/reference_test.h"
 
 using namespace Qt::StringLiterals;
 
@@ -11,31 +11,15 @@ namespace {
 using Lines = std::vector<QString>;
 using Table = std::vector<std::vector<QString>>;
 
-class Staff : public ScreenTest {
+class Staff : public ReferenceTest {
  protected:
   void SetUp() override {
     ScreenTest::SetUp();
     sql(u"insert into D1008 (bm_id,bm_name,oid) values ('01','营业部','Z'),('02','仓储部','Z');"
         "insert into D1101 values ('A1','张三','ZS','01','138','0755','a@b','路',0.3,'2025-01-02','2027-05-06',0,'旧')"_s);
   }
-  QString focused() {
-    const QJsonArray all = done({{u"cmd"_s, u"elements"_s}})["elements"_L1].toArray();
-    for (const QJsonValue& element : all) {
-      if (element["focused"_L1].toBool()) return element["name"_L1].toString();
-    }
-    return {};
-  }
-  void openList() {
-    open(112);
-    rows(u"DBGridEh"_s);
-    statements();
-  }
-  QStringList codes() {
-    QStringList all;
-    const QJsonArray list = rows(u"DBGridEh"_s);
-    for (const QJsonValue& row : list) all << row["YW_ID"_L1].toString();
-    return all;
-  }
+  void openStaff() { openList(112); }
+  QStringList codes() { return column(u"YW_ID"_s); }
 };
 
 TEST_F(Staff, TheListShowsThoseWhoseDepartmentExists) {
@@ -59,7 +43,7 @@ TEST_F(Staff, TheListShowsThoseWhoseDepartmentExists) {
 }
 
 TEST_F(Staff, FieldsHaveTheirLabelsLimitsAndOrder) {
-  openList();
+  openStaff();
   act(u"Act_Add"_s);
   EXPECT_EQ(frontClass(), u"TF2112_1"_s);
   EXPECT_EQ(focused(), u"Edit1"_s);
@@ -93,7 +77,7 @@ TEST_F(Staff, FieldsHaveTheirLabelsLimitsAndOrder) {
 }
 
 TEST_F(Staff, ANewOneIsAdded) {
-  openList();
+  openStaff();
   act(u"Act_Add"_s);
   type(u"Edit1"_s, u"b1"_s);
   type(u"Edit2"_s, u"王五"_s);
@@ -109,14 +93,14 @@ TEST_F(Staff, ANewOneIsAdded) {
       statements(),
       (Lines{
           u"select * from d1101 where yw_id='B1'"_s,
-          u"INSERT INTO D1101(YW_ID, YW_NAME,PYM,BM_ID, TEL, FAX, EMAIL, ADDR, TC, BDATE, EDATE, T, NOTE) ValueS('B1','王五','WW','02','139','','','',1,'2026-01-01 00:00:00','2026-12-31 00:00:00',1,'')"_s}));
+          u"INSERT INTO D1101(YW_ID, YW_NAME,PYM,BM_ID, TEL, FAX, EMAIL, ADDR, TC, BDATE, EDATE, T, NOTE) ValueS('B1','王五','WW','02','139','','','',1,'2026-01-01','2026-12-31',1,'')"_s}));
   const QJsonObject row = rows(u"DBGridEh"_s)[1].toObject();
   EXPECT_EQ(row["BM_NAME"_L1].toString(), u"仓储部"_s);
   EXPECT_EQ(row["EDATE"_L1].toString(), u"2026-12-31"_s);
 }
 
 TEST_F(Staff, AnEditShowsTheContractDateAsTheEnd) {
-  openList();
+  openStaff();
   act(u"Act_Edit"_s);
   EXPECT_EQ(focused(), u"Edit2"_s);
   EXPECT_TRUE(get(u"Edit1"_s)["readonly"_L1].toBool());
@@ -139,7 +123,7 @@ TEST_F(Staff, AnEditShowsTheContractDateAsTheEnd) {
 
 TEST_F(Staff, ARowWithoutARatioIsCopied) {
   sql(u"update D1101 set tc=null"_s);
-  openList();
+  openStaff();
   act(u"Act_CopyAdd"_s);
   type(u"Edit1"_s, u"a2"_s);
   click(u"btn_ok"_s);
@@ -147,8 +131,22 @@ TEST_F(Staff, ARowWithoutARatioIsCopied) {
   EXPECT_EQ(sql(u"select tc from D1101 where yw_id='A2'"_s), (Table{{u"0"_s}}));
 }
 
+TEST_F(Staff, ANewOnesDatesAreNowUntilTheyAreChosen) {
+  openStaff();
+  act(u"Act_Add"_s);
+  type(u"Edit1"_s, u"b1"_s);
+  type(u"Edit2"_s, u"王五"_s);
+  type(u"BM_ID"_s, u"01"_s);
+  type(u"EDATE"_s, u"2027/3/1"_s);
+  click(u"btn_ok"_s);
+  EXPECT_TRUE(statements().back().contains(u",'2026-11-20 10:11:"_s));
+  EXPECT_EQ(
+      sql(u"select convert(varchar(10),bdate,120),convert(varchar(19),edate,120) from D1101 where yw_id='B1'"_s),
+      (Table{{u"2026-11-20"_s, u"2027-03-01 00:00:00"_s}}));
+}
+
 TEST_F(Staff, TheRatioIsAtMostOne) {
-  openList();
+  openStaff();
   act(u"Act_Edit"_s);
   for (const QString& good : {u"1"_s, u"0"_s, u"-1"_s}) {
     type(u"tc"_s, good);
@@ -166,7 +164,7 @@ TEST_F(Staff, TheRatioIsAtMostOne) {
 }
 
 TEST_F(Staff, TheDepartmentIsPicked) {
-  openList();
+  openStaff();
   act(u"Act_Edit"_s);
   click(u"BM_ID.button"_s);
   EXPECT_EQ(rows(u"DBGridEh"_s).size(), 2);
@@ -182,7 +180,7 @@ TEST_F(Staff, TheDepartmentIsPicked) {
 }
 
 TEST_F(Staff, CodesAndNamesAreChecked) {
-  openList();
+  openStaff();
   act(u"Act_Add"_s);
   EXPECT_EQ(focus(u"Edit2"_s), u"Edit1"_s);
   type(u"Edit1"_s, u"a1"_s);
@@ -196,7 +194,7 @@ TEST_F(Staff, CodesAndNamesAreChecked) {
 
 TEST_F(Staff, TheFilterFindsAPartOfCodeNameTelephoneOrInitials) {
   sql(u"insert into D1101 (yw_id,yw_name,pym,bm_id,tel) values ('B7','李四','LS','01','555')"_s);
-  openList();
+  openStaff();
   const auto found = [this](const QString& part) {
     act(u"Act_Filter"_s);
     type(u"GYS_NAME"_s, part);
@@ -214,8 +212,33 @@ TEST_F(Staff, TheFilterFindsAPartOfCodeNameTelephoneOrInitials) {
   EXPECT_EQ(messages(), Lines());
 }
 
+TEST_F(Staff, AQuoteInTheFilterBreaksTheStatementAndKeepsTheRows) {
+  openStaff();
+  act(u"Act_Filter"_s);
+  type(u"GYS_NAME"_s, u"O'x"_s);
+  press(u"F2"_s);
+  EXPECT_EQ(messages().size(), 1U);
+  EXPECT_TRUE(statements().back().contains(u"(D1101.YW_ID like '%O'x%')"_s));
+  EXPECT_EQ(frontClass(), u"TF2112"_s);
+  EXPECT_EQ(codes(), QStringList{u"A1"_s});
+  EXPECT_FALSE(get(u"FilterText"_s)["visible"_L1].toBool());
+}
+
+TEST_F(Staff, TheFilterIsDescribed) {
+  openStaff();
+  act(u"Act_Filter"_s);
+  type(u"GYS_NAME"_s, u"张"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(text(u"FilterText"_s), u"编号/名称/拼音码    包含   张"_s);
+  EXPECT_TRUE(get(u"FilterText"_s)["visible"_L1].toBool());
+  act(u"Act_Filter"_s);
+  type(u"GYS_NAME"_s, QString());
+  click(u"btn_ok"_s);
+  EXPECT_FALSE(get(u"FilterText"_s)["visible"_L1].toBool());
+}
+
 TEST_F(Staff, TheFilterIsLabelled) {
-  openList();
+  openStaff();
   act(u"Act_Filter"_s);
   EXPECT_EQ(frontClass(), u"TF2112F"_s);
   const QJsonArray windows = done({{u"cmd"_s, u"screens"_s}})["screens"_L1].toArray();

@@ -1,7 +1,7 @@
 // Categories, departments, regions and warehouses: the trees.
 #include <gtest/gtest.h>
 
-#include "app/driver/screen_test.h"
+#include "tests/reference/reference_test.h"
 
 using namespace Qt::StringLiterals;
 
@@ -11,7 +11,7 @@ namespace {
 using Lines = std::vector<QString>;
 using Table = std::vector<std::vector<QString>>;
 
-class TreeScreen : public ScreenTest {
+class TreeScreen : public ReferenceTest {
  protected:
   QStringList tree() {  // a line a node, indented by depth, the selected one marked
     QStringList lines;
@@ -24,13 +24,6 @@ class TreeScreen : public ScreenTest {
   }
   void select(const QString& code) {
     done({{u"cmd"_s, u"node"_s}, {u"code"_s, code.isNull() ? QJsonValue() : QJsonValue(code)}});
-  }
-  QString focused() {
-    const QJsonArray all = done({{u"cmd"_s, u"elements"_s}})["elements"_L1].toArray();
-    for (const QJsonValue& element : all) {
-      if (element["focused"_L1].toBool()) return element["name"_L1].toString();
-    }
-    return {};
   }
   QJsonObject lastSent() {
     return done({{u"cmd"_s, u"statements"_s}})["statements"_L1].toArray().last().toObject();
@@ -302,6 +295,7 @@ TEST_P(Trees, ARowThatIsGoneDoesNotOpen) {
   EXPECT_EQ(frontClass(), member().listClass);
   act(u"Act_CopyAdd"_s);
   EXPECT_EQ(frontClass(), member().listClass);
+  EXPECT_EQ(messages(), (Lines{u"【A】已被删除，请刷新!"_s, u"【A】已被删除，请刷新!"_s}));
 }
 
 TEST_P(Trees, ASaveThatFailsLeavesTheTree) {
@@ -325,6 +319,68 @@ TEST_P(Trees, ViewingLocksEverything) {
     EXPECT_TRUE(get(field.section(u' ', 0, 0))["readonly"_L1].toBool()) << field.toStdString();
   EXPECT_FALSE(get(u"btn_ok"_s)["visible"_L1].toBool());
   click(u"btn_Cancel"_s);
+}
+
+TEST_P(Trees, NodesAreFoundByCodeNameAndInitials) {
+  openRows();
+  const auto selectedNow = [this] {
+    for (const QString& line : tree())
+      if (line.endsWith(u'*')) return line.section(u' ', 0, 0).remove(u'.');
+    return QString();
+  };
+  press(u"Ctrl+L"_s);
+  EXPECT_EQ(focused(), u"FindNode"_s);
+  for (const QString& typed : {u"b"_s, u"乙"_s, u"Y"_s}) {
+    type(u"FindNode"_s, u"a"_s);
+    EXPECT_EQ(selectedNow(), u"A"_s);
+    type(u"FindNode"_s, typed);
+    EXPECT_EQ(selectedNow(), u"B"_s) << typed.toStdString();
+  }
+  type(u"FindNode"_s, u"nothing"_s);
+  EXPECT_EQ(selectedNow(), u"B"_s);
+  press(u"Esc"_s);
+  EXPECT_EQ(focused(), u"TreeView"_s) << "Esc leaves the field, not the screen";
+  EXPECT_EQ(rows(u"DBGridEh"_s).size(), 2);
+}
+
+TEST_P(Trees, NodesThatAnswerAlikeAreGoneThroughByTheArrows) {
+  openRows();
+  act(u"Act_CopyAdd"_s);
+  typeNew(u"b2"_s);
+  click(u"btn_ok"_s);
+  act(u"Act_Locate"_s);
+  type(u"FindNode"_s, u"b"_s);
+  const auto current = [this] {
+    return done({{u"cmd"_s, u"rows"_s}, {u"element"_s, u"DBGridEh"_s}})["current"_L1].toInt();
+  };
+  const int first = current();
+  press(u"Down"_s);
+  EXPECT_NE(current(), first);
+  press(u"Down"_s);
+  EXPECT_EQ(current(), first) << "around";
+  press(u"Up"_s);
+  EXPECT_NE(current(), first);
+  press(u"Return"_s);
+  EXPECT_EQ(focused(), u"TreeView"_s);
+}
+
+TEST_P(Trees, ARefreshKeepsTheSelectedNode) {
+  openRows();
+  select(u"B"_s);
+  press(u"F5"_s);
+  QStringList loaded = member().loaded;
+  EXPECT_EQ(tree(), (QStringList{loaded[0].chopped(1), loaded[1] + u'*'}));
+}
+
+TEST_P(Trees, ARingOfRowsStaysInSight) {
+  sql(member().rows);
+  sql(u"update "_s + member().stored.section(u' ', 3, 3) + u" set oid='B' where oid='Z'"_s);
+  open(member().module);
+  const QStringList nodes = tree();
+  ASSERT_EQ(nodes.size(), 3);
+  EXPECT_TRUE(nodes[0].contains(u"上级不存在"_s));
+  EXPECT_TRUE(nodes[1].startsWith(u".B 乙"_s)) << nodes[1].toStdString();
+  EXPECT_TRUE(nodes[2].startsWith(u"..A 甲"_s)) << nodes[2].toStdString();
 }
 
 class Regions : public TreeScreen {};

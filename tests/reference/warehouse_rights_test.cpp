@@ -179,6 +179,22 @@ TEST_F(WarehouseRights, ABatchForAnotherCodeIsNotBuiltAnew) {
       "delete from SYS_USER_CK where ck_id='n1';insert into SYS_USER_CK values('B1','n1',0);"_s);
 }
 
+TEST_F(WarehouseRights, TheCodesCaseDoesNotCount) {
+  for (const auto& [opened, saved, batch] :
+       {std::tuple(u"n1"_s, u"N1"_s, u"delete from SYS_USER_CK where ck_id='n1';"_s),
+        std::tuple(u"n2"_s, u"n3"_s, QString())}) {
+    open(107);
+    act(u"Act_Add"_s);
+    type(u"Edit1"_s, opened);
+    type(u"Edit3"_s, u"新仓"_s);
+    click(u"BTN_QS"_s);
+    click(u"btn_Cancel"_s);  // its rows stay loaded, no batch is built yet
+    type(u"Edit1"_s, saved);
+    click(u"btn_ok"_s);
+    EXPECT_EQ(statements().back().section(u')', -1), batch) << saved.toStdString();
+  }
+}
+
 TEST_F(WarehouseRights, ReadingTheWarehouseShowsItsRightsLocked) {
   open(107);
   done({{u"cmd"_s, u"node"_s}, {u"code"_s, u"k1"_s}});

@@ -50,6 +50,18 @@ TEST_F(Shop, TheProductListShowsEveryProduct) {
   EXPECT_EQ(number("select count(*) from D1801"), products);
 }
 
+TEST_F(Shop, PartnersAccountsAreThoseThatNumberingDrew) {
+  for (const auto* partners :
+       {"D1102 where KM_IDB like '2131______'", "D1103 where KM_IDB like '1151______'"}) {
+    const std::string from = partners;
+    const std::string module = from.starts_with("D1102") ? "113" : "114";
+    EXPECT_EQ(number("select count(*) from " + from), number("select count(*) from " + from.substr(0, 5)));
+    EXPECT_EQ(number("select convert(int,max(right(KM_IDB,6))) from " + from.substr(0, 5)),
+              number("select LAST_NO from SYS_NOID where PREFIX='' and SERIAL_LENGTH=0 and MODULE='" +
+                     module + "'"));
+  }
+}
+
 TEST_F(Shop, EveryProductHasOneMainUnitOfRateOne) {
   EXPECT_EQ(rows("select WL_ID from D1801DW where T=1 group by WL_ID having count(*)<>1"), Table{});
   EXPECT_EQ(number("select count(*) from D1801DW where T=1 and ABASE=1"), products);
