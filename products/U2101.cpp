@@ -1,6 +1,8 @@
 #include "products/U2101.h"
 
 #include <QAction>
+#include <QMenu>
+#include <QToolBar>
 
 #include "host/U_function.h"
 #include "host/data/U_dataop.h"
@@ -65,23 +67,40 @@ const QString picturesOfListed =
 
 TF2101::TF2101(QWidget* owner) : TFrm_Base_Outer(owner) {
   setWindowTitle(tr("商品基本资料 "));
+  DBGridEh->setRowNumbers(true);
   setColumns(gridColumns(), {{.name = u"dw_zh"_s, .type = FieldType::Float, .label = tr("转换率")},
                              {.name = u"DW_J_NAME"_s, .size = 10}});
   FormCreate();
   QAction* pictures = action(u"Act_Other"_s);
   pictures->setText(tr("图片"));
   pictures->setToolTip(tr("图片浏览"));
-  addScreenAction({.name = u"Act_hb"_s,
-                   .caption = tr("合并"),
-                   .hint = tr("将重复录入的商品合并成一个商品"),
-                   .icon = u"merge"_s,
-                   .execute = [this] { Act_hbExecute(); },
-                   .onToolBar = false});
+  QAction* imports = addScreenAction({.name = u"Act_imp"_s,
+                                      .caption = tr("导入"),
+                                      .hint = tr("新品批量导入"),
+                                      .shortcut = QKeySequence(Qt::CTRL | Qt::Key_I),
+                                      .icon = u"document-import"_s,
+                                      .execute = [this] { Act_impExecute(); },
+                                      .before = u"Act_Filter"_s});
+  ToolBar->widgetForAction(imports)->setObjectName(u"TlBtn_IMP"_s);
+  setActionShown(u"Act_imp"_s, false);
+  QAction* merges = addScreenAction({.name = u"Act_hb"_s,
+                                     .caption = tr("合并"),
+                                     .hint = tr("将重复录入的商品合并成一个商品"),
+                                     .shortcut = QKeySequence(Qt::CTRL | Qt::Key_M),
+                                     .icon = u"merge"_s,
+                                     .execute = [this] { Act_hbExecute(); },
+                                     .onToolBar = false,
+                                     .inMenu = false});
+  QAction* item = PopupMenu->addAction(merges->icon(), merges->text());
+  item->setObjectName(u"N1"_s);
+  item->setToolTip(merges->toolTip());
+  connect(item, &QAction::triggered, merges, &QAction::trigger);
 }
 
 void TF2101::InitForm(const Trecord& record) {
   TFrm_Base_Outer::InitForm(record);
   setActionShown(u"Act_Other"_s, true);
+  setActionShown(u"Act_imp"_s, record.right(Trecord::importRight));
   showsCosts_ = record.right(Trecord::costRight);
   SetBodyParam(bodyparam::make({{bodyparam::keyField, u"wl_id"_s},
                                 {bodyparam::deleteStatement, u"delete from D1801 Where WL_ID=%S"_s},
@@ -119,6 +138,10 @@ void TF2101::Act_OtherExecute() {
   viewer.InitForm(picturesOfListed + (conditionText().isEmpty() ? QString() : u" Where "_s + conditionText()),
                   0, 0);
   viewer.exec();
+}
+
+void TF2101::Act_impExecute() {
+  DISPINFO(tr("新品批量导入尚未安装。"), 5);
 }
 
 void TF2101::Act_hbExecute() {

@@ -19,7 +19,8 @@ class TF2101 : public TFrm_Base_Outer {
   void Act_OtherExecute() override;  // pictures of the listed products
 
  private:
-  void Act_hbExecute();  // folds the picked products into the first of them
+  void Act_impExecute();  // new products from a spreadsheet
+  void Act_hbExecute();   // folds the picked products into the first of them
 
   bool showsCosts_ = false;
 };

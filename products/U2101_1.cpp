@@ -29,9 +29,10 @@ QString settingsFile() {
 }
 
 template <class Dialog>
-void runUnitDialog(QWidget* owner, const QString& adw) {
+void runUnitDialog(QWidget* owner, const QString& adw, bool readOnly) {
   Dialog dialog(owner);
   dialog.init(adw);
+  if (readOnly) dialog.showOnly();
   dialog.exec();
 }
 
@@ -41,7 +42,7 @@ TF2101_1::TF2101_1(QWidget* owner) : TFrm_Base_Detail(owner), units_(DataSetDJ) 
   setWindowTitle(tr("商品基本资料"));
   DataSetDJ.setObjectName(u"DataSetDJ"_s);
   AdoQry_Pict.setObjectName(u"AdoQry_Pict"_s);
-  resize(880, 620);
+  resize(880, 560);
   buildHeader();
   FormCreate();
   setSingleUnit(QSettings(settingsFile(), QSettings::IniFormat).value(rememberedStyle, true).toBool());
@@ -150,9 +151,9 @@ void TF2101_1::unitButtonClick(int row, const QString& field) {
   }
   const QString adw = DataSetDJ.text(u"adw"_s);
   if (field == tr("多条码")) {
-    runUnitDialog<TF2101_TM>(this, adw);
+    runUnitDialog<TF2101_TM>(this, adw, isReadOnly());
   } else {
-    runUnitDialog<TF2101_SJ>(this, adw);
+    runUnitDialog<TF2101_SJ>(this, adw, isReadOnly());
   }
 }
 

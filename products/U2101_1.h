@@ -29,6 +29,7 @@ class TF2101_1 : public TFrm_Base_Detail {
   QWidget* buildPicture();
   QWidget* buildSingleUnit();
   QWidget* buildUnitGrid();
+  int labelWidth() const;
   void setSingleUnit(bool single);
   void refreshHeader();
   void refreshPicture();

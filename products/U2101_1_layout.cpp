@@ -1,5 +1,4 @@
-#include <QCheckBox>
-#include <QGroupBox>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QPushButton>
@@ -23,6 +22,11 @@ QAction* addItem(QWidget* menu, const QString& name, const QString& text) {
   return action;
 }
 
+// The labels of the screen's parts end at one edge.
+void alignLabels(QWidget* area, int width) {
+  static_cast<QGridLayout*>(area->layout())->setColumnMinimumWidth(0, width);
+}
+
 }  // namespace
 
 void TF2101_1::buildHeader() {
@@ -37,7 +41,7 @@ void TF2101_1::buildHeader() {
        .exit = [this] { Edit1Exit(); },
        .code = true,
        .column = u"WL_ID"_s},
-      {.name = u"Edit2"_s, .label = tr("商品名称"), .limit = 80, .column = u"WL_NAME"_s, .width = 320},
+      {.name = u"Edit2"_s, .label = tr("商品名称"), .limit = 80, .column = u"WL_NAME"_s},
       {.name = u"Edit3"_s, .label = tr("规    格"), .limit = 40, .column = u"WL_GG"_s},
       {.name = u"CLASS_ID"_s,
        .label = tr("商品分类"),
@@ -54,7 +58,7 @@ void TF2101_1::buildHeader() {
        .column = u"CHECK_KC"_s,
        .sameRow = true},
       {.name = u"CD"_s, .label = tr("产    地"), .limit = 50, .column = u"CD"_s},
-      {.name = u"NOTE"_s, .label = tr("备    注"), .limit = 100, .column = u"NOTE"_s, .width = 320},
+      {.name = u"NOTE"_s, .label = tr("备    注"), .limit = 100, .column = u"NOTE"_s},
   });
   (new TFrm_Sys_LINK_CL(this))->init(lookupEdit(u"CLASS_ID"_s));
   top->addWidget(area, 1);
@@ -76,9 +80,15 @@ void TF2101_1::buildHeader() {
           {.name = u"EDATE"_s, .label = tr("最后更改:"), .kind = FieldKind::Value, .sameRow = true},
       });
   form.wide(foot);
+  alignLabels(area, labelWidth());
+  alignLabels(foot, labelWidth());
   BTN_CHANGE = makeButton(u"BTN_CHANGE"_s, tr("更改记录(F11)"));
   buttonRow()->insertWidget(0, BTN_CHANGE);
   onClick(BTN_CHANGE, [this] { BTN_CHANGEClick(); });
+}
+
+int TF2101_1::labelWidth() const {
+  return fontMetrics().horizontalAdvance(tr("登录用户:"));
 }
 
 QWidget* TF2101_1::buildPicture() {
@@ -98,14 +108,19 @@ QWidget* TF2101_1::buildPicture() {
 }
 
 QWidget* TF2101_1::buildSingleUnit() {
-  auto* area = new QWidget(body());
+  auto* page = new QWidget(body());
+  auto* area = new QWidget(page);
+  auto* row = new QHBoxLayout(page);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(area);
+  row->addStretch(1);
   const auto price = [](const QString& name, const QString& label, const QString& column, bool sameRow) {
     return FieldSpec{.name = name,
                      .label = label,
                      .kind = FieldKind::Number,
                      .check = FieldCheck::FloatCanZero,
                      .column = column,
-                     .width = 100,
+                     .width = 120,
                      .sameRow = sameRow};
   };
   FormBuilder(*this, area)
@@ -118,7 +133,12 @@ QWidget* TF2101_1::buildSingleUnit() {
            .column = u"DW_ID"_s,
            .nameLabel = u"DW_NAME"_s,
            .nameColumn = u"DW_NAME"_s},
-          {.name = u"TM"_s, .label = tr("条    码"), .limit = 30, .column = u"TM"_s, .sameRow = true},
+          {.name = u"TM"_s,
+           .label = tr("条    码"),
+           .limit = 30,
+           .column = u"TM"_s,
+           .width = 240,
+           .sameRow = true},
           price(u"SJ"_s, tr("零 售 价"), u"SJ"_s, false),
           price(u"VIPSJ"_s, tr("会 员 价"), u"VIPSJ"_s, true),
           price(u"pfj"_s, tr("批 发 价"), u"PFJ"_s, false),
@@ -126,7 +146,8 @@ QWidget* TF2101_1::buildSingleUnit() {
           {.name = u"DJ"_s, .label = tr("加 权 价"), .kind = FieldKind::Value, .column = u"DJ"_s},
       });
   (new TFrm_Sys_LINK_DW(this))->init(nullptr, nullptr, lookupEdit(u"dw_id"_s), nullptr, {}, {}, {});
-  return area;
+  alignLabels(area, labelWidth());
+  return page;
 }
 
 QWidget* TF2101_1::buildUnitGrid() {

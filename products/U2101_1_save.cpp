@@ -3,6 +3,7 @@
 #include "host/Zpy.h"
 #include "host/data/U_dataop.h"
 #include "host/data/errors.h"
+#include "host/session.h"
 #include "products/U2101_1.h"
 #include "products/picture.h"
 
@@ -28,9 +29,9 @@ void TF2101_1::SaveData() {
 void TF2101_1::drawNumber() {
   const QString typed = text(u"Edit1"_s);
   if (!GPARAM0 || !isAdding() || (typed != tr("自动编号") && !typed.trimmed().isEmpty())) return;
+  if (GPARAM1) CheckBlank(edit(u"CLASS_ID"_s));
   setText(u"Edit1"_s, {});
   Edit1Exit();
-  CheckBlank(edit(u"Edit1"_s));
 }
 
 void TF2101_1::refuseWithdrawnNegativeStock() {
@@ -120,6 +121,8 @@ void TF2101_1::showInList() {
                                        {u"DJ"_s, u"DJ"_s}}) {
     list.setValue(field, text(element));
   }
+  list.setValue(u"PYM"_s, Zpy::GetPY(text(u"Edit2"_s)));
+  list.setValue(isAdding() ? u"BDATE"_s : u"EDATE"_s, Session::current().desktop().now());
   list.setValue(u"USER_ID"_s, G_UserId);
   list.setValue(u"USER_NAME"_s, G_UserName);
   list.setValue(u"WL_YS"_s, isChecked(u"YS"_s));

@@ -43,6 +43,7 @@ tF2101_4::tF2101_4(QWidget* owner)
   position_->setObjectName(u"Label3"_s);
 
   auto* moves = new QHBoxLayout;
+  moves->setSpacing(8);
   const auto addMove = [&](const QString& name, const QString& text, const QString& hint, int key) {
     QPushButton* button = makeButton(name, text);
     button->setToolTip(hint);

@@ -17,7 +17,7 @@ TF2101_SJ::TF2101_SJ(QWidget* owner) : TFrm_Base_Dialog(owner), DBGridEh(new TDB
   DBGridEh->setObjectName(u"DBGridEh"_s);
   DBGridEh->setColumns({
       {.field = u"CK_ID"_s, .title = tr("库号"), .width = 60},
-      {.field = u"CK_NAME"_s, .title = tr("仓库名称"), .width = 160},
+      {.field = u"CK_NAME"_s, .title = tr("仓库名称"), .width = 200},
       {.field = u"SJ"_s,
        .title = tr("零售价"),
        .width = 90,
@@ -58,6 +58,13 @@ void TF2101_SJ::init(const QString& adw) {
   }
   AdoQry_Main.first();
   AdoQry_Main.enableControls();
+  DBGridEh->setSelectedField(u"SJ"_s);  // the warehouses before it are not typed into
+}
+
+void TF2101_SJ::showOnly() {
+  DBGridEh->setReadOnly(true);
+  for (const QString& name : {u"Label1"_s, u"bsSkinButton1"_s, u"btn_ok"_s}) elementNamed(name)->hide();
+  btn_Cancel->setText(tr("关闭"));
 }
 
 void TF2101_SJ::bsSkinButton1Click() {

@@ -12,6 +12,7 @@ class TF2101_SJ : public TFrm_Base_Dialog {
  public:
   explicit TF2101_SJ(QWidget* owner = nullptr);
   void init(const QString& adw);
+  void showOnly();  // nothing can be changed or saved
 
  protected:
   void btn_okClick() override;

@@ -20,7 +20,9 @@ TF2101_TM::TF2101_TM(QWidget* owner) : TFrm_Base_Dialog(owner) {
   setWindowTitle(tr("一品多码设定"));
   resize(420, 360);
   FormBuilder form(*this);
-  form.field({.name = u"Memo1"_s, .kind = FieldKind::Memo});
+  auto* barcodes = new QPlainTextEdit(body());
+  barcodes->setObjectName(u"Memo1"_s);
+  form.wide(barcodes, 1);
   form.note(u"Label1"_s, tr("系统提示：换行请按 【CTRL+回车】，本模块点击【确定】后即保存。"));
   QPushButton* clear = makeButton(u"bsSkinButton1"_s, tr("清空"));
   buttonRow()->insertWidget(0, clear);
@@ -34,6 +36,12 @@ void TF2101_TM::init(const QString& adw) {
   QStringList lines;
   for (AdoQry_Tmp.first(); !AdoQry_Tmp.eof(); AdoQry_Tmp.next()) lines << AdoQry_Tmp.text(u"tm"_s);
   setText(u"Memo1"_s, lines.join(u'\n'));
+}
+
+void TF2101_TM::showOnly() {
+  setElementReadOnly(elementNamed(u"Memo1"_s), true);
+  for (const QString& name : {u"Label1"_s, u"bsSkinButton1"_s, u"btn_ok"_s}) elementNamed(name)->hide();
+  btn_Cancel->setText(tr("关闭"));
 }
 
 void TF2101_TM::btn_okClick() {

@@ -11,6 +11,7 @@ class TF2101_TM : public TFrm_Base_Dialog {
  public:
   explicit TF2101_TM(QWidget* owner = nullptr);
   void init(const QString& adw);
+  void showOnly();  // nothing can be changed or saved
 
  protected:
   void btn_okClick() override;

@@ -52,13 +52,17 @@ TF2101F::TF2101F(QWidget* owner) : TFrm_Sys_Filter(owner) {
   btn_1 = makeButton(u"btn_1"_s, tr("今天改动"));
   btn_2 = makeButton(u"btn_2"_s, tr("昨天改动"));
   auto* days = new QHBoxLayout;
+  days->setSpacing(6);
   days->addStretch(1);
   days->addWidget(btn_1);
   days->addWidget(btn_2);
   form.wide(days);
   setChecked(u"YS"_s, true);
-  onClick(btn_1, [this] { btn_1Click(0); });
-  onClick(btn_2, [this] { btn_1Click(1); });
+  int tag = 0;
+  for (QPushButton* button : {btn_1, btn_2}) {
+    button->setProperty("Tag", tag++);
+    onClick(button, [this, button] { btn_1Click(button->property("Tag").toInt()); });
+  }
   (new TFrm_Sys_LINK_CL(this))->init(lookupEdit(u"CLASS_ID"_s));
   FormCreate();
 }

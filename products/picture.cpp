@@ -21,18 +21,39 @@ QString translated(const char* text) {
   return QCoreApplication::translate("picture", text);
 }
 
+// Whether the scan of a JPEG file comes to its end: readers take what is missing for grey.
+bool hasItsEnd(const QByteArray& jpeg) {
+  const auto byte = [&jpeg](qsizetype at) { return static_cast<unsigned char>(jpeg[at]); };
+  for (qsizetype at = 2; at + 3 < jpeg.size() && byte(at) == 0xff;) {
+    if (byte(at + 1) == 0xff) {  // filling before a marker
+      ++at;
+    } else if (byte(at + 1) == 0xda) {
+      return jpeg.indexOf("\xff\xd9", at) >= 0;
+    } else {
+      at += 2 + (byte(at + 2) << 8) + byte(at + 3);
+    }
+  }
+  return false;
+}
+
 }  // namespace
 
 namespace picture {
 
 QByteArray fromFile(const QString& path) {
-  QImageReader reader(path);
+  QFile file(path);
+  if (!file.exists()) throw std::runtime_error(translated("找不到图片文件：%1").arg(path).toStdString());
+  if (!file.open(QIODevice::ReadOnly)) {
+    throw std::runtime_error(
+        translated("图片文件不能读取：%1（%2）").arg(path, file.errorString()).toStdString());
+  }
+  QByteArray content = file.readAll();
+  QBuffer source(&content);
+  source.open(QIODevice::ReadOnly);
+  QImageReader reader(&source);
   reader.setDecideFormatFromContent(true);
   reader.setAutoTransform(true);
   const QByteArray format = reader.format();
-  if (!QFile::exists(path)) {
-    throw std::runtime_error(translated("找不到图片文件：%1").arg(path).toStdString());
-  }
   if (format != "jpeg" && format != "png") {
     throw std::runtime_error(translated("该文件不是 JPEG 或 PNG 图片，或已损坏：%1").arg(path).toStdString());
   }
@@ -41,7 +62,7 @@ QByteArray fromFile(const QString& path) {
     reader.setScaledSize(size.scaled(longestSide, longestSide, Qt::KeepAspectRatio));
   }
   QImage image = reader.read();
-  if (image.isNull())
+  if (image.isNull() || (format == "jpeg" && !hasItsEnd(content)))
     throw std::runtime_error(translated("图片已损坏，不能打开：%1").arg(path).toStdString());
   if (image.hasAlphaChannel()) {
     // JPEG has no transparency: what shines through is paper.

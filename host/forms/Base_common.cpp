@@ -261,7 +261,12 @@ void TFrm_Base_Common::focusNextField() {
 }
 
 void TFrm_Base_Common::focusFirstField() {
-  if (QWidget* first = nextField(this)) focusFirst(first);
+  QWidget* first = nextField(this);
+  // The tab order is a ring, and OK may stand at its head.
+  if (first && first->objectName() == "btn_ok"_L1) {
+    if (QWidget* field = nextField(first)) first = field;
+  }
+  if (first) focusFirst(first);
 }
 
 void TFrm_Base_Common::onClick(QAbstractButton* button, std::function<void()> handler) {

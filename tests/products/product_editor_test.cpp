@@ -229,6 +229,54 @@ TEST_F(ProductEditor, ASaveThatTheDatabaseRefusesKeepsTheInput) {
   EXPECT_EQ(sql(u"select WL_ID from D1801DW"_s), Table());
 }
 
+TEST_F(ProductEditor, AnEditThatTheDatabaseRefusesIsToldOnceAndKeepsTheRow) {
+  product(u"P1"_s, u"可乐"_s);
+  openList();
+  act(u"Act_Edit"_s);
+  type(u"NOTE"_s, u"5' 长"_s);
+  type(u"SJ"_s, u"6"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages().size(), 1U);
+  EXPECT_EQ(frontClass(), u"TF2101_1"_s);
+  EXPECT_EQ(text(u"NOTE"_s) + text(u"SJ"_s), u"5' 长6"_s);
+  EXPECT_EQ(sql(u"select NOTE,SJ from D1801 inner join D1801DW on D1801.WL_ID=D1801DW.WL_ID"_s),
+            (Table{{u"注"_s, u"5"_s}}));
+  type(u"NOTE"_s, u"五尺长"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(rows(u"DBGridEh"_s)[0]["NOTE"_L1].toString(), u"五尺长"_s);
+}
+
+TEST_F(ProductEditor, TheSavedProductCanBeFoundAndDatedInTheList) {
+  product(u"P1"_s, u"可乐"_s);
+  openList();
+  act(u"Act_Add"_s);
+  fill(u"P2"_s);
+  click(u"btn_ok"_s);
+  const QJsonObject added = rows(u"DBGridEh"_s)[1].toObject();
+  EXPECT_EQ(added["PYM"_L1].toString() + added["BDATE"_L1].toString(), u"KL2026-11-20 10:11"_s);
+  EXPECT_EQ(added["EDATE"_L1].toString(), QString());
+  act(u"Act_Edit"_s);
+  EXPECT_EQ(text(u"Edit1"_s), u"P2"_s) << "the new row is the current one";
+  EXPECT_EQ(text(u"BDATE"_s), u"2026-11-20"_s);
+  type(u"Edit2"_s, u"雪碧"_s);
+  click(u"btn_ok"_s);
+  const QJsonObject changed = rows(u"DBGridEh"_s)[1].toObject();
+  EXPECT_EQ(changed["PYM"_L1].toString() + changed["EDATE"_L1].toString(), u"XB2026-11-20 10:11"_s);
+}
+
+TEST_F(ProductEditor, LeavingTheLockedCodeChecksNothing) {
+  product(u"P1"_s, u"可乐"_s);
+  openList();
+  act(u"Act_Edit"_s);
+  statements();
+  click(u"Edit1"_s);
+  EXPECT_EQ(focus(u"Edit2"_s), u"Edit2"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(statements(), Lines());
+  click(u"btn_Cancel"_s);
+}
+
 TEST_F(ProductEditor, AutomaticNumbersAreDrawnAtTheSave) {
   set(u"GPARAM0"_s, u"1"_s);
   set(u"GPARAM2"_s, u"4"_s);
@@ -256,6 +304,34 @@ TEST_F(ProductEditor, AutomaticNumbersMayBeginWithTheCategory) {
   fill({});
   click(u"btn_ok"_s);
   EXPECT_EQ(sql(u"select WL_ID from D1801"_s), (Table{{u"01001"_s}}));
+}
+
+TEST_F(ProductEditor, ANumberByCategoryAsksForTheCategory) {
+  set(u"GPARAM0"_s, u"1"_s);
+  set(u"GPARAM1"_s, u"1"_s);
+  openList();
+  act(u"Act_Add"_s);
+  statements();
+  type(u"Edit2"_s, u"可乐"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{u"商品分类不能为空!"_s});
+  EXPECT_TRUE(get(u"CLASS_ID"_s)["focused"_L1].toBool());
+  EXPECT_EQ(text(u"Edit1"_s), u"自动编号"_s);
+  EXPECT_EQ(statements(), Lines());
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(ProductEditor, AnEmptiedCodeIsFilledOnLeavingIt) {
+  set(u"GPARAM0"_s, u"1"_s);
+  set(u"GPARAM2"_s, u"3"_s);
+  openList();
+  act(u"Act_Add"_s);
+  statements();
+  type(u"Edit1"_s, QString());
+  EXPECT_EQ(focus(u"Edit2"_s), u"Edit2"_s);
+  EXPECT_EQ(text(u"Edit1"_s), u"001"_s);
+  EXPECT_EQ(statements().back(), u"select wl_id from D1801 where wl_id='001'"_s);
+  click(u"btn_Cancel"_s);
 }
 
 TEST_F(ProductEditor, NameCategoryAndUnitAreAskedForAtTheSave) {

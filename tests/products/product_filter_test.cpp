@@ -1,6 +1,9 @@
 // The product filter: what it asks the list for, and what the list says about it.
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QPushButton>
+
 #include "tests/products/product_screen.h"
 
 using namespace Qt::StringLiterals;
@@ -162,6 +165,55 @@ TEST_F(ProductFilter, ChangedTodayAndYesterdayAreWholeDays) {
       u"((d1801.bdate>='2026-11-19') AND (d1801.bdate<'2026-11-20')) or  ((d1801.edate>='2026-11-19') AND (d1801.edate<'2026-11-20'))"_s));
   EXPECT_EQ(shown(), (QStringList{u"P2"_s, u"P3"_s}));
   EXPECT_TRUE(listSays(u"【昨天改动】"_s));
+}
+
+TEST_F(ProductFilter, TheDayButtonsAreToldApartByTheirTags) {
+  openFilter();
+  onGui([&] {
+    const QWidget* filter = QApplication::activeModalWidget();
+    ASSERT_TRUE(filter);
+    EXPECT_EQ(filter->findChild<QPushButton*>(u"btn_1"_s)->property("Tag"), QVariant(0));
+    EXPECT_EQ(filter->findChild<QPushButton*>(u"btn_2"_s)->property("Tag"), QVariant(1));
+  });
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(ProductFilter, OneClickClearsTheCondition) {
+  product(u"P1"_s, u"可乐"_s);
+  product(u"P2"_s, u"雪碧"_s);
+  openFilter();
+  type(u"Edit1"_s, u"p2"_s);
+  press(u"F3"_s);
+  EXPECT_EQ(shown(), QStringList{u"P2"_s});
+  act(u"Act_Refresh"_s);
+  EXPECT_TRUE(asked().contains(u"LIKE '%P2%'"_s)) << "a refresh keeps the condition";
+  EXPECT_EQ(shown(), QStringList{u"P2"_s});
+  EXPECT_TRUE(get(u"btn_ClearFilter"_s)["visible"_L1].toBool());
+  click(u"btn_ClearFilter"_s);
+  EXPECT_EQ(asked(), QString());
+  EXPECT_EQ(shown(), (QStringList{u"P1"_s, u"P2"_s}));
+  EXPECT_FALSE(get(u"btn_ClearFilter"_s)["visible"_L1].toBool());
+  EXPECT_FALSE(listSays(u"包含"_s));
+}
+
+TEST_F(ProductFilter, TheQuickKeysAreForTheFirstFieldOnly) {
+  openFilter();
+  type(u"Edit1"_s, u"p1"_s);
+  type(u"Edit3"_s, u"500"_s);
+  press(u"F3"_s);
+  EXPECT_EQ(frontClass(), u"TF2101F"_s);
+  EXPECT_EQ(asked(), u"none"_s);
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(ProductFilter, TheCategoryHasToExist) {
+  openFilter();
+  type(u"CLASS_ID"_s, u"99"_s);
+  EXPECT_EQ(focus(u"Edit3"_s), u"CLASS_ID"_s);
+  EXPECT_EQ(messages().size(), 1U);
+  type(u"CLASS_ID"_s, QString());
+  EXPECT_EQ(focus(u"Edit3"_s), u"Edit3"_s) << "a blank one asks for nothing";
+  click(u"btn_Cancel"_s);
 }
 
 TEST_F(ProductFilter, AQuoteBreaksTheStatementAndNothingElse) {

@@ -87,6 +87,25 @@ TEST_F(ProductList, ItsActionsHaveTheirCaptions) {
   EXPECT_EQ(action(u"Act_hb"_s)["caption"_L1].toString(), u"合并"_s);
 }
 
+TEST_F(ProductList, ImportingIsThereForWhoMayImport) {
+  open(101);
+  EXPECT_EQ(action(u"Act_imp"_s)["caption"_L1].toString(), u"导入"_s);
+  EXPECT_EQ(action(u"Act_imp"_s)["hint"_L1].toString(), u"新品批量导入"_s);
+  EXPECT_TRUE(action(u"Act_imp"_s)["visible"_L1].toBool());
+  EXPECT_TRUE(action(u"Act_imp"_s)["enabled"_L1].toBool());
+  EXPECT_TRUE(get(u"TlBtn_IMP"_s)["visible"_L1].toBool());
+  open(101, {{u"import"_s, false}});
+  EXPECT_FALSE(action(u"Act_imp"_s)["visible"_L1].toBool());
+  EXPECT_FALSE(action(u"Act_imp"_s)["enabled"_L1].toBool());
+}
+
+TEST_F(ProductList, MergingIsInTheMenuOfTheGrid) {
+  openList();
+  EXPECT_EQ(action(u"N1"_s)["caption"_L1].toString(), u"合并"_s);
+  act(u"N1"_s);
+  EXPECT_EQ(messages(), Lines{u"合并功能必须选定两行以上!"_s});
+}
+
 TEST_F(ProductList, DeletingSendsTheTemplateWithTheQuotedCode) {
   product(u"P1"_s, u"可乐"_s);
   openList();

@@ -146,6 +146,61 @@ TEST_F(Merge, StockRowsAppearWhereTheFoldedProductMovedStock) {
   }
 }
 
+// P2 and P3 go into P1, with lines of all kinds in three warehouses. The sums are counted by hand.
+TEST_F(Merge, DocumentsOfAllKindsKeepTheirLinesAndSums) {
+  const QStringList tables{u"D712A"_s,  u"D713A"_s,  u"D704A"_s,  u"D8401A"_s, u"D8402A"_s,
+                           u"D8403A"_s, u"D8300A"_s, u"D8302A"_s, u"D8303A"_s, u"D8101A"_s,
+                           u"D8102A"_s, u"D8103A"_s, u"D8201A"_s, u"D8202A"_s, u"D8203A"_s};
+  for (const QString& table : tables) {
+    const QString head = u"insert into "_s + table + u" (WL_ID,CK_ID,adw) values "_s;
+    sql(head + u"('P1','A',1);"_s + head + u"('P2','A',2);"_s + head + u"('P2','B',2);"_s + head +
+        u"('P3','B',3);"_s);
+  }
+  sql(u"update D8202A set sl=10,money=25 where wl_id='P1';update D8202A set sl=2,money=6 where wl_id='P2';"
+      "update D8202A set sl=3,money=7.5 where wl_id='P3';"
+      "insert into D8301A (NOID,WL_ID,CK_ID,adw,SL,MONEY,KC,SL1,SL2,SL3) values ('1','P1','A',1,1,10,100,1,0,0);"
+      "insert into D8301A (NOID,WL_ID,CK_ID,adw,SL,MONEY,KC,SL1,SL2,SL3) values ('1','P2','A',2,2,20,200,0,2,0);"
+      "insert into D8301A (NOID,WL_ID,CK_ID,adw,SL,MONEY,KC,SL1,SL2,SL3) values ('1','P3','A',3,4,40,400,0,0,4);"
+      "insert into D8301A (NOID,WL_ID,CK_ID,adw,SL,MONEY,KC,SL1,SL2,SL3) values ('2','P3','C',3,8,80,800,8,8,8);"
+      "insert into D1802 (WL_ID,CK_ID,KC) values ('P1','A',5);insert into D1802 (WL_ID,CK_ID,KC) values ('P2','B',7)"_s);
+  const QString unit = unitOf(u"P1"_s);
+  openList();
+  merge({0, 1, 2});
+  EXPECT_EQ(messages().back(), finished);
+  for (const QString& table : tables) {
+    EXPECT_EQ(sql(u"select wl_id,ck_id,adw,count(*) from "_s + table +
+                  u" group by wl_id,ck_id,adw order by ck_id"_s),
+              (Table{{u"P1"_s, u"A"_s, unit, u"2"_s}, {u"P1"_s, u"B"_s, unit, u"2"_s}}))
+        << table.toStdString();
+  }
+  EXPECT_EQ(sql(u"select sum(sl),sum(money) from D8202A"_s), (Table{{u"17"_s, u"44.5"_s}}));
+  EXPECT_EQ(sql(u"select NOID,WL_ID,CK_ID,adw,SL,MONEY,KC,SL1,SL2,SL3 from D8301A order by NOID"_s),
+            (Table{{u"1"_s, u"P1"_s, u"A"_s, unit, u"7"_s, u"70"_s, u"700"_s, u"1"_s, u"2"_s, u"4"_s},
+                   {u"2"_s, u"P1"_s, u"C"_s, unit, u"8"_s, u"80"_s, u"800"_s, u"8"_s, u"8"_s, u"8"_s}}));
+  EXPECT_EQ(sql(u"select WL_ID,CK_ID,KC from D1802 order by WL_ID,CK_ID"_s),
+            (Table{{u"P1"_s, u"A"_s, u"5"_s},
+                   {u"P1"_s, u"B"_s, u"0"_s},
+                   {u"P1"_s, u"C"_s, u"0"_s},
+                   {u"P2"_s, u"B"_s, u"7"_s}}));
+  EXPECT_EQ(sql(u"select WL_ID from D1801"_s), (Table{{u"P1"_s}}));
+}
+
+// The first product can be folded in, the second cannot: neither is.
+TEST_F(Merge, AFailureAtTheSecondProductUndoesTheFirst) {
+  sql(u"update D1801 set WL_ID='P''4' where WL_ID='P3';update D1801DW set WL_ID='P''4' where WL_ID='P3';"
+      "insert into D8301A (NOID,WL_ID,CK_ID,adw,SL) values ('1','P1','A',1,1);"
+      "insert into D8301A (NOID,WL_ID,CK_ID,adw,SL) values ('1','P2','A',2,2)"_s);
+  openList();
+  merge({0, 1, 2});
+  const Lines shown = messages();
+  ASSERT_EQ(shown.size(), 2U);
+  EXPECT_NE(shown[1], finished);
+  EXPECT_EQ(sql(u"select WL_ID,SL from D8301A order by WL_ID"_s),
+            (Table{{u"P1"_s, u"1"_s}, {u"P2"_s, u"2"_s}}));
+  EXPECT_EQ(sql(u"select count(*) from D1801"_s), (Table{{u"3"_s}}));
+  EXPECT_EQ(sql(u"select count(*) from D1802"_s), (Table{{u"0"_s}}));
+}
+
 TEST_F(Merge, EveryKindOfDocumentLineGoesToTheKeptProduct) {
   const QStringList tables{u"D712A"_s,  u"D713A"_s,  u"D704A"_s,  u"D8401A"_s, u"D8402A"_s, u"D8403A"_s,
                            u"D8300A"_s, u"D8301A"_s, u"D8302A"_s, u"D8303A"_s, u"D8101A"_s, u"D8102A"_s,

@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QFile>
 #include <QImage>
+#include <QProcess>
+#include <QRegularExpression>
 
 #include "host/data/record_set.h"
 #include "tests/products/product_screen.h"
@@ -115,6 +117,38 @@ TEST_F(ProductPictures, ThreeHundredAreTheMost) {
   EXPECT_EQ(statements(), Lines());
 }
 
+TEST_F(ProductPictures, ThePrintOutHasSeveralProductsAPage) {
+  products(7);
+  openList();
+  act(u"Act_Other"_s);
+  const QString path = folder() + u"/seven.pdf"_s;
+  done({{u"cmd"_s, u"printto"_s}, {u"path"_s, path}});
+  click(u"BtnPrint"_s);
+  const auto codesOn = [&](int page) {
+    QProcess process;
+    process.start(u"pdftotext"_s,
+                  {u"-f"_s, QString::number(page), u"-l"_s, QString::number(page), path, u"-"_s});
+    EXPECT_TRUE(process.waitForFinished());
+    static const QRegularExpression code(u"\\b100[0-9]\\b"_s);
+    return QString::fromUtf8(process.readAllStandardOutput()).count(code);
+  };
+  EXPECT_EQ(codesOn(1), 6);
+  EXPECT_EQ(codesOn(2), 1);
+  EXPECT_EQ(codesOn(3), 0);
+  press(u"Esc"_s);
+}
+
+TEST_F(ProductPictures, ThePrintOutIsPreviewed) {
+  products(1);
+  openList();
+  act(u"Act_Other"_s);
+  press(u"F2"_s);
+  EXPECT_EQ(frontClass(), u"QPrintPreviewDialog"_s);
+  press(u"Esc"_s);
+  EXPECT_EQ(frontClass(), u"tF2101_4"_s);
+  press(u"Esc"_s);
+}
+
 TEST_F(ProductPictures, ThePrintOutIsADocument) {
   product(u"P1"_s, u"可乐"_s);
   openList();
@@ -149,6 +183,104 @@ TEST_F(ProductPictures, AreStoredAfterTheSaveThatChangedThem) {
   act(u"N3"_s);
   click(u"btn_ok"_s);
   EXPECT_EQ(stored(u"P1"_s), u"NULL"_s);
+}
+
+TEST_F(ProductPictures, LargeOnesAreScaledDownAndTransparencyIsPaper) {
+  product(u"P1"_s, u"可乐"_s);
+  openList();
+  const auto storedAfter = [this](const QImage& image, const QString& name) {
+    const QString path = folder() + u'/' + name;
+    EXPECT_TRUE(image.save(path));
+    act(u"Act_Edit"_s);
+    pick(path);
+    act(u"N1"_s);
+    click(u"btn_ok"_s);
+    return QImage::fromData(QByteArray::fromHex(stored(u"P1"_s).mid(2).toLatin1()), "JPEG");
+  };
+  QImage large(2400, 1200, QImage::Format_RGB32);
+  large.fill(Qt::blue);
+  for (const QString& name : {u"large.jpg"_s, u"large.png"_s})
+    EXPECT_EQ(storedAfter(large, name).size(), QSize(1024, 512)) << name.toStdString();
+  QImage clear(50, 40, QImage::Format_ARGB32);
+  clear.fill(Qt::transparent);
+  const QImage kept = storedAfter(clear, u"clear.png"_s);
+  EXPECT_EQ(kept.size(), QSize(50, 40)) << "small ones stay as large as they are";
+  EXPECT_GT(qGray(kept.pixel(25, 20)), 250);
+}
+
+TEST_F(ProductPictures, AFileThatIsNoWholePictureIsToldAndChangesNothing) {
+  product(u"P1"_s, u"可乐"_s);
+  openList();
+  act(u"Act_Edit"_s);
+  pick(imageFile(u"red.jpg"_s));
+  act(u"N1"_s);
+  click(u"btn_ok"_s);
+  const QString before = stored(u"P1"_s);
+  statements();
+  QImage noise(300, 200, QImage::Format_RGB32);
+  for (int y = 0; y < noise.height(); ++y) {
+    for (int x = 0; x < noise.width(); ++x) noise.setPixel(x, y, static_cast<uint>(x * 7919 + y * 104729));
+  }
+  const auto cut = [&](const QString& name, double part) {
+    const QString path = folder() + u'/' + name;
+    EXPECT_TRUE(noise.save(path));
+    QFile file(path);
+    EXPECT_TRUE(file.resize(static_cast<qint64>(static_cast<double>(file.size()) * part)));
+    return path;
+  };
+  QFile plain(folder() + u"/text.jpg"_s);
+  ASSERT_TRUE(plain.open(QIODevice::WriteOnly));
+  plain.write("no picture at all");
+  plain.close();
+  const std::vector<std::pair<QString, QString>> files{
+      {cut(u"cut.jpg"_s, 0.5), u"图片已损坏，不能打开："_s},
+      {cut(u"end.jpg"_s, 0.98), u"图片已损坏，不能打开："_s},
+      {cut(u"cut.png"_s, 0.5), u"图片已损坏，不能打开："_s},
+      {plain.fileName(), u"该文件不是 JPEG 或 PNG 图片，或已损坏："_s},
+      {folder() + u"/none.jpg"_s, u"找不到图片文件："_s}};
+  for (const auto& [path, message] : files) {
+    act(u"Act_Edit"_s);
+    pick(path);
+    act(u"N1"_s);
+    EXPECT_EQ(messages(), Lines{message + path});
+    EXPECT_EQ(frontClass(), u"TF2101_1"_s);
+    click(u"btn_ok"_s);
+    EXPECT_EQ(sent(u"Applyupdatapict"_s).size(), 0);
+    EXPECT_EQ(stored(u"P1"_s), before) << path.toStdString();
+  }
+}
+
+TEST_F(ProductPictures, AWholePictureIsShownInAWindowThatEscCloses) {
+  product(u"P1"_s, u"可乐"_s);
+  openList();
+  act(u"Act_Edit"_s);
+  act(u"N4"_s);
+  EXPECT_EQ(frontClass(), u"TF2101_1"_s) << "there is none yet";
+  pick(imageFile(u"red.jpg"_s));
+  act(u"N1"_s);
+  act(u"N4"_s);
+  EXPECT_EQ(caption(), u"可乐"_s);
+  press(u"Esc"_s);
+  EXPECT_EQ(frontClass(), u"TF2101_1"_s);
+  click(u"btn_Cancel"_s);
+  EXPECT_EQ(stored(u"P1"_s), u"NULL"_s);
+}
+
+TEST_F(ProductPictures, SavingWritesTheStoredBytes) {
+  product(u"P1"_s, u"可乐"_s);
+  sql(u"update D1801 set pict="_s + bytes(200, u"aa"_s));
+  openList();
+  act(u"Act_View"_s);
+  const QString path = folder() + u"/out.JPG"_s;
+  pick(path);
+  act(u"N2"_s);
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll(), QByteArray(200, '\xaa'));
+  pick(folder() + u"/missing/out.jpg"_s);
+  act(u"N2"_s);
+  EXPECT_EQ(messages().size(), 1U);
+  click(u"btn_Cancel"_s);
 }
 
 TEST_F(ProductPictures, ViewingNeitherOpensNorClearsOne) {

@@ -155,6 +155,58 @@ TEST_F(UnitDialogs, CancelSavesNothing) {
   leave();
 }
 
+TEST_F(UnitDialogs, WhoViewsAProductSeesThemAndSavesNothing) {
+  sql(u"insert into D1801DWTM values (1,'a1');insert into D1801DWSJ values (1,'B',5.5,4.5)"_s);
+  product(u"P1"_s, u"可乐"_s);
+  openList();
+  act(u"Act_View"_s);
+  press(u"F6"_s);
+  const auto nothingToSave = [this] {
+    EXPECT_FALSE(get(u"btn_ok"_s)["visible"_L1].toBool());
+    EXPECT_FALSE(get(u"bsSkinButton1"_s)["visible"_L1].toBool());
+    press(u"F9"_s);
+    press(u"Ctrl+Return"_s);
+  };
+  reopen(u"多条码"_s);
+  ASSERT_EQ(frontClass(), u"TF2101_TM"_s);
+  EXPECT_EQ(text(u"Memo1"_s), u"a1"_s);
+  EXPECT_TRUE(get(u"Memo1"_s)["readonly"_L1].toBool());
+  nothingToSave();
+  press(u"Esc"_s);
+  reopen(u"区域售价"_s);
+  ASSERT_EQ(frontClass(), u"TF2101_SJ"_s);
+  EXPECT_EQ(rows(u"DBGridEh"_s)[1]["SJ"_L1].toString(), u"5.5"_s);
+  EXPECT_TRUE(get(u"DBGridEh"_s)["readonly"_L1].toBool());
+  nothingToSave();
+  press(u"Esc"_s);
+  EXPECT_EQ(batches(), Lines());
+  leave();
+}
+
+TEST_F(UnitDialogs, TypingStartsWithThePriceOfTheFirstWarehouse) {
+  openDialog(u"区域售价"_s);
+  statements();
+  for (const QString& key : {u"6"_s, u"Return"_s, u"5"_s, u"Return"_s}) press(key);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(
+      batches(),
+      Lines{
+          u"delete from D1801DWsj where adw=1insert into  D1801DWSJ (ADW,CK_ID,  SJ, VIPSJ) values(1,'A','6','5');"_s});
+  leave();
+}
+
+TEST_F(UnitDialogs, AnErrorOfTheDatabaseLeavesTheInput) {
+  sql(u"insert into D1801DWTM values (1,'a1')"_s);
+  openDialog(u"多条码"_s);
+  type(u"Memo1"_s, u"b'1"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages().size(), 1U);
+  EXPECT_EQ(frontClass(), u"TF2101_TM"_s);
+  EXPECT_EQ(text(u"Memo1"_s), u"b'1"_s);
+  EXPECT_EQ(sql(u"select TM from D1801DWTM"_s), (Table{{u"a1"_s}}));
+  leave();
+}
+
 TEST_F(UnitDialogs, TheHistoryOfAnUneditedProductIsEmpty) {
   product(u"P1"_s, u"可乐"_s);
   openList();
