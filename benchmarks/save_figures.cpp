@@ -8,10 +8,7 @@
 
 namespace goodsbook::benchmarks {
 
-namespace {
-
-// What the product editor sends when a product with one unit is changed.
-std::string saveBatch(const std::string& code, int round) {
+std::string productSave(const std::string& code, int round) {
   const std::string price = std::to_string(round % 90 + 1) + ".50";
   return "UPDATE D1801 set WL_NAME='样例商品" + std::to_string(round) +
          "',WL_GG='500g',WL_YS='1',CHECK_KC='1',CLASS_ID='0101',NOTE='',cd='上海',USER_ID='ADMIN',dwcount='1',pym='YLSP',EDATE=GETDATE() where WL_ID='" +
@@ -26,6 +23,8 @@ std::string saveBatch(const std::string& code, int round) {
          "';UPDATE D1801 SET TMC=T.TMC FROM D1801,(SELECT D1801.WL_ID, TM.TMC FROM D1801 INNER JOIN D1801DW ON D1801.WL_ID = D1801DW.WL_ID INNER JOIN (SELECT TM, COUNT(TM) AS TMC FROM (SELECT TM  FROM D1801DW UNION ALL SELECT TM  FROM D1801DWTM) TMP GROUP BY TM) TM ON D1801DW.TM = TM.TM AND D1801DW.T = 1 ) T WHERE D1801.WL_ID=T.WL_ID and D1801.WL_ID='" +
          code + "';";
 }
+
+namespace {
 
 class Ignore : public engine::ResultSink {
  public:
@@ -97,7 +96,7 @@ int saveFigures(const std::string& databaseFile) {
     const Pair pair = sideBySide(
         5,
         [&] {
-          for (int i = 0; i < saves; ++i) connection->execute(saveBatch(code, ++round), ignore);
+          for (int i = 0; i < saves; ++i) connection->execute(productSave(code, ++round), ignore);
         },
         [&] {
           for (int i = 0; i < saves; ++i) prepared.save(code, ++round);
@@ -106,7 +105,7 @@ int saveFigures(const std::string& databaseFile) {
         {"translate and run one product save batch", "ms", pair.ours / saves, pair.floor / saves, 1.5});
   }
   constexpr int parses = 2000;
-  const std::string batch = saveBatch("0001", 1);
+  const std::string batch = productSave("0001", 1);
   const double total = milliseconds([&] {
     for (int i = 0; i < parses; ++i) engine::parse(batch);
   });

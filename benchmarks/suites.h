@@ -11,11 +11,15 @@ int listFigures(const std::string& databaseFile);
 // One saved product: the whole batch, and its translation alone. Writes to the file.
 int saveFigures(const std::string& databaseFile);
 
-// The same list in the grid: its first rows, and turning pages.
+// The same list in the grid: its first rows, turning pages, sorting by each title, and changing one product
+// with all of them shown. Writes to the file.
 int gridFigures(const std::string& databaseFile);
 
 // What the product list sends for a user who may see costs, and for the filter's contains condition.
 std::string productList();
 std::string productListContaining(const std::string& text);
+
+// What the product editor sends when a product with one unit is changed; `round` makes its values differ.
+std::string productSave(const std::string& code, int round);
 
 }  // namespace goodsbook::benchmarks

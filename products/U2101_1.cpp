@@ -53,6 +53,11 @@ void TF2101_1::FormClose() {
   TFrm_Base_Detail::FormClose();
 }
 
+QString TF2101_1::helpText() const {
+  return TFrm_Base_Detail::helpText() +
+         tr("\nF6  一种单位/多种单位\nIns、Ctrl+Del  表格中增加、删除一种单位\nF7、Shift+F7  打开、清除图片\nF8  全部显示图片\nCtrl+S  另存图片\nF11  更改记录");
+}
+
 void TF2101_1::setSingleUnit(bool single) {
   singleUnit_ = single;
   unitPages_->setCurrentIndex(single ? 0 : 1);

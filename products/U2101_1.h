@@ -23,6 +23,7 @@ class TF2101_1 : public TFrm_Base_Detail {
   void SaveData() override;
   void FormKeyDown(QKeyEvent* event) override;
   void FormClose() override;  // remembers the input style
+  QString helpText() const override;
 
  private:
   void buildHeader();

@@ -1,5 +1,6 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeySequence>
 #include <QMenu>
 #include <QPushButton>
 #include <QStackedWidget>
@@ -15,9 +16,10 @@ namespace goodsbook {
 
 namespace {
 
-QAction* addItem(QWidget* menu, const QString& name, const QString& text) {
+QAction* addItem(QWidget* menu, const QString& name, const QString& text, const QKeySequence& key) {
   auto* action = new QAction(text, menu);
   action->setObjectName(name);
+  action->setShortcut(key);
   menu->addAction(action);
   return action;
 }
@@ -94,16 +96,17 @@ int TF2101_1::labelWidth() const {
 QWidget* TF2101_1::buildPicture() {
   Image1 = new PictureLabel(body());
   Image1->setObjectName(u"Image1"_s);
-  Image1->setEmptyText(tr("没有图片\n（右键打开图片）"));
+  Image1->setEmptyText(tr("没有图片\n（F7 或右键打开）"));
   Image1->setContextMenuPolicy(Qt::ActionsContextMenu);
-  const auto item = [this](const QString& name, const QString& text, void (TF2101_1::*handler)()) {
-    connect(addItem(Image1, name, text), &QAction::triggered, this,
+  const auto item = [this](const QString& name, const QString& text, const QKeySequence& key,
+                           void (TF2101_1::*handler)()) {
+    connect(addItem(Image1, name, text, key), &QAction::triggered, this,
             [this, handler] { guarded(this, [this, handler] { (this->*handler)(); }); });
   };
-  item(u"N1"_s, tr("打开图片"), &TF2101_1::openPicture);
-  item(u"N3"_s, tr("清除图片"), &TF2101_1::clearPicture);
-  item(u"N2"_s, tr("另存图片"), &TF2101_1::savePicture);
-  item(u"N4"_s, tr("全部显示"), &TF2101_1::showPicture);
+  item(u"N1"_s, tr("打开图片"), Qt::Key_F7, &TF2101_1::openPicture);
+  item(u"N3"_s, tr("清除图片"), Qt::SHIFT | Qt::Key_F7, &TF2101_1::clearPicture);
+  item(u"N2"_s, tr("另存图片"), Qt::CTRL | Qt::Key_S, &TF2101_1::savePicture);
+  item(u"N4"_s, tr("全部显示"), Qt::Key_F8, &TF2101_1::showPicture);
   return Image1;
 }
 
@@ -176,13 +179,18 @@ QWidget* TF2101_1::buildUnitGrid() {
       {.field = tr("区域售价"), .title = tr("区域售价"), .width = 70, .button = true},
   });
   DBGridEh1->setSortable(false);
-  DBGridEh1->setEmptyText(tr("按 ↓ 增加一种单位"));
+  DBGridEh1->setEmptyText(tr("按 ↓ 或 Ins 增加一种单位"));
   DBGridEh1->setRecordSet(&DataSetDJ);
   DBGridEh1->setContextMenuPolicy(Qt::ActionsContextMenu);
-  connect(addItem(DBGridEh1, u"N5"_s, tr("新增")), &QAction::triggered, this,
-          [this] { guarded(this, [this] { addUnitRow(); }); });
-  connect(addItem(DBGridEh1, u"N6"_s, tr("删除")), &QAction::triggered, this,
-          [this] { guarded(this, [this] { removeUnitRow(); }); });
+  const auto item = [this](const QString& name, const QString& text, const QKeySequence& key,
+                           void (TF2101_1::*handler)()) {
+    QAction* action = addItem(DBGridEh1, name, text, key);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    connect(action, &QAction::triggered, this,
+            [this, handler] { guarded(this, [this, handler] { (this->*handler)(); }); });
+  };
+  item(u"N5"_s, tr("新增"), Qt::Key_Insert, &TF2101_1::addUnitRow);
+  item(u"N6"_s, tr("删除"), Qt::CTRL | Qt::Key_Delete, &TF2101_1::removeUnitRow);
   connect(DBGridEh1, &TDBGridEh::columnButtonClicked, this,
           [this](int row, const QString& field) { guarded(this, [&] { unitButtonClick(row, field); }); });
   connect(&DataSetDJ, &RecordSet::stateChanged, this, [this] {

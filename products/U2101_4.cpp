@@ -23,7 +23,7 @@ tF2101_4::tF2101_4(QWidget* owner)
       picture_(new PictureLabel(body())),
       position_(new QLabel(body())) {
   setWindowTitle(tr("商品图片"));
-  resize(640, 620);
+  resize(640, 560);
   FormBuilder form(*this);
   auto* heading = new QLabel(tr("商 品 图 片 浏 览"), body());
   heading->setObjectName(u"Label1"_s);

@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QScreen>
+#include <QWidget>
 
 #include "host/forms/Base.h"
 #include "host/print/pdf_text.h"
@@ -40,7 +42,8 @@ void runPrintJob(QWidget* parent, const QString& title, QPageLayout::Orientation
 
   QPrintPreviewDialog preview(&printer, parent);
   preview.setWindowTitle(QCoreApplication::translate("PrintJob", "打印预览 — %1").arg(title));
-  preview.resize(1000, 720);
+  constexpr QSize comfortable(1000, 720);
+  preview.resize(comfortable.boundedTo(preview.screen()->availableSize() * 0.9));
   QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, [&](QPrinter* to) {
     if (!guarded(&preview, [&] { paint(*to, &preview); }))
       QMetaObject::invokeMethod(&preview, &QDialog::reject, Qt::QueuedConnection);

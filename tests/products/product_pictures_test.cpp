@@ -257,8 +257,8 @@ TEST_F(ProductPictures, AWholePictureIsShownInAWindowThatEscCloses) {
   act(u"N4"_s);
   EXPECT_EQ(frontClass(), u"TF2101_1"_s) << "there is none yet";
   pick(imageFile(u"red.jpg"_s));
-  act(u"N1"_s);
-  act(u"N4"_s);
+  press(u"F7"_s);
+  press(u"F8"_s);
   EXPECT_EQ(caption(), u"可乐"_s);
   press(u"Esc"_s);
   EXPECT_EQ(frontClass(), u"TF2101_1"_s);

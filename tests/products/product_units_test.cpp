@@ -111,6 +111,17 @@ TEST_F(ProductUnits, ADeletedRowIsRemovedByTheProcedure) {
   EXPECT_EQ(sql(u"select DW_ID from D1801DW"_s), (Table{{u"01"_s}}));
 }
 
+TEST_F(ProductUnits, KeysAddAndDeleteRows) {
+  openUnits(u"Act_Edit"_s);
+  focus(grid);
+  press(u"Ins"_s);
+  EXPECT_EQ(rows(grid).size(), 3);
+  press(u"Ctrl+Del"_s);
+  EXPECT_EQ(rows(grid).size(), 2);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(unitStatements(), QString());
+}
+
 TEST_F(ProductUnits, UnchangedRowsSendNothing) {
   openUnits(u"Act_Edit"_s);
   type(u"Edit2"_s, u"雪碧"_s);
