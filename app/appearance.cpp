@@ -93,6 +93,15 @@ bool systemIsDark() {
   return value.toUInt() == preferDark;
 }
 
+QtMessageHandler formerHandler = nullptr;
+
+// Without a display Qt tells of every window call that has no meaning there; nobody can act on it.
+void tellWhatMatters(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+  if (message.startsWith("This plugin does not support"_L1)) return;
+  if (message.startsWith("QStandardPaths: XDG_RUNTIME_DIR not set"_L1)) return;
+  formerHandler(type, context, message);
+}
+
 }  // namespace
 
 void choosePlatform() {
@@ -100,6 +109,9 @@ void choosePlatform() {
   const bool display =
       !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
   if (!chosen && !display) qputenv("QT_QPA_PLATFORM", "offscreen");
+  if (qEnvironmentVariable("QT_QPA_PLATFORM") == "offscreen"_L1) {
+    formerHandler = qInstallMessageHandler(tellWhatMatters);
+  }
 }
 
 void useChineseTexts() {

@@ -46,6 +46,7 @@ void RecordSetModel::setRecordSet(RecordSet* rows) {
       if (!columns_.empty()) Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
     });
     connect(rows, &QObject::destroyed, this, [this] {
+      resolveFields();  // first: a view asks for titles while it learns of the reset
       beginResetModel();
       endResetModel();
     });

@@ -147,6 +147,7 @@ TEST(RecordSetModel, OutlivesItsRecordSet) {
     EXPECT_EQ(model.rowCount(), 1);
   }
   EXPECT_EQ(model.rowCount(), 0);
+  EXPECT_EQ(model.headerData(0, Qt::Horizontal), u"dw_id"_s);
 }
 
 }  // namespace
