@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "host/controls/link_label.h"
+#include "host/print/label_print.h"
 #include "host/session.h"
 #include "labels/U2102f.h"
 #include "labels/label_rows.h"
@@ -68,6 +69,7 @@ TF2102::TF2102(QWidget* owner) : TFrm_Base_Qry(owner), Label1(new LinkLabel(tr("
   empty->setText(tr("清空"));
   empty->setIcon(QIcon::fromTheme(u"edit-clear-all"_s));
   setActionHint(empty, tr("清空表格暂存标签"));
+  setActionHint(action(u"Act_Print"_s), tr("按标签纸打印，带条码"));
   addScreenAction({.name = u"Act_Delete"_s,
                    .caption = tr("删除"),
                    .hint = tr("删除"),
@@ -145,6 +147,10 @@ void TF2102::Act_LocateExecute() {
   const QPointer<TF2102> self = this;
   tags_->exec();
   if (self) showCount();  // the list may have been closed under its dialog
+}
+
+void TF2102::Act_PrintExecute() {
+  printLabels(this, AdoQry_Main, listTitle());
 }
 
 void TF2102::Act_FilterExecute() {

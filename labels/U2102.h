@@ -22,6 +22,7 @@ class TF2102 : public TFrm_Base_Qry {
  protected:
   void Act_LocateExecute() override;  // generate: the hang-tag dialog fills the set
   void Act_FilterExecute() override;  // empties the set
+  void Act_PrintExecute() override;   // on labels, not as a list
   void FormClose() override;
   void FormDestroy() override;
 

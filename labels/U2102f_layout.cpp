@@ -107,11 +107,11 @@ void TF2102F::buildSingle() {
 
 // The default count stands in the gap of its label.
 QWidget* TF2102F::defaultCount() {
-  constexpr int blank = 5;  // pixels more for each blank of the gap
+  constexpr int room = 44;  // pixels more for the gap
   const QString text = tr("条码数量默认填写:          个");
   auto* label = new QLabel(text, body());
   QFont font = label->font();
-  font.setWordSpacing(blank);
+  font.setWordSpacing(room);
   label->setFont(font);
   const QFontMetrics metrics(font);
   const int before = metrics.horizontalAdvance(text.section(u' ', 0, 0));

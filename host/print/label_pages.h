@@ -11,7 +11,7 @@ class QPainter;
 namespace goodsbook {
 
 // Labels to print: the layout, the printer, and where the rows come from.
-struct LabelJob {
+struct GOODSBOOKHOST_EXPORT LabelJob {
   LabelLayout layout;
   LabelPrinter printer;
   int firstPlace = 0;  // of the first sheet that still has a label, from 0

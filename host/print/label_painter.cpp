@@ -129,7 +129,9 @@ void LabelPainter::paintBars(QPainter& painter, const LabelItem& item, QRect pla
   int height = place.height();
   if (item.digits) {
     const int letters = pixels(item.size) * 9 / 8;
-    const QRect below(place.left(), place.bottom() + 1 - letters, place.width(), letters);
+    // Centred under the bars, which need not be in the middle of their quiet zones.
+    const int beside = module * std::min(code.quietBefore, code.quietBehind);
+    const QRect below(x - beside, place.bottom() + 1 - letters, module * code.modules + 2 * beside, letters);
     paintText(painter, item, below, text, row, warnings);
     height -= letters + printer_.dots(0.3);
   }

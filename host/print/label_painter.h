@@ -14,7 +14,7 @@
 namespace goodsbook {
 
 // What one printer needs so that labels come out where they belong.
-struct LabelPrinter {
+struct GOODSBOOKHOST_EXPORT LabelPrinter {
   int dpi = 300;
   QPointF offset;       // millimetres to the right and down
   QPointF scale{1, 1};  // of distances; bars keep whole dots

@@ -18,8 +18,40 @@ double printMargin(QPageLayout::Unit unit) {
   return unit == QPageLayout::Millimeter ? millimeters : millimeters * pointsPerMillimeter;
 }
 
+namespace {
+
+using Paint = std::function<void(QPrinter& printer, QWidget* over)>;
+
+void printToPdf(QPrinter& printer, const QString& file, QWidget* over, const Paint& paint) {
+  printer.setOutputFormat(QPrinter::PdfFormat);
+  printer.setOutputFileName(file);
+  try {
+    paint(printer, over);
+  } catch (...) {
+    QFile::remove(file);
+    throw;
+  }
+  makeTextSearchable(file);
+}
+
+}  // namespace
+
+void printAtOnce(QWidget* over, const QString& title, const PrintPlace& place, const Paint& paint) {
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setDocName(title);
+  if (!place.printer.isEmpty() && place.pdf.isEmpty()) printer.setPrinterName(place.printer);
+  if (place.resolution > 0) printer.setResolution(place.resolution);
+  printer.setPageLayout(place.page);
+  printer.setFullPage(true);
+  if (place.pdf.isEmpty()) {
+    paint(printer, over);
+  } else {
+    printToPdf(printer, place.pdf, over, paint);
+  }
+}
+
 void runPrintJob(QWidget* parent, const QString& title, QPageLayout::Orientation orientation,
-                 const std::function<void(QPrinter& printer, QWidget* over)>& paint) {
+                 const Paint& paint) {
   QPrinter printer(QPrinter::HighResolution);
   printer.setDocName(title);
   printer.setPageOrientation(orientation);
@@ -28,15 +60,7 @@ void runPrintJob(QWidget* parent, const QString& title, QPageLayout::Orientation
 
   const QString target = Session::current().desktop().takePrintTarget();
   if (!target.isEmpty()) {
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(target);
-    try {
-      paint(printer, parent);
-    } catch (...) {
-      QFile::remove(target);
-      throw;
-    }
-    makeTextSearchable(target);
+    printToPdf(printer, target, parent, paint);
     return;
   }
 

@@ -22,4 +22,16 @@ GOODSBOOKHOST_EXPORT void runPrintJob(QWidget* parent, const QString& title,
                                       QPageLayout::Orientation orientation,
                                       const std::function<void(QPrinter& printer, QWidget* over)>& paint);
 
+// Where and on what something prints that its own dialog has shown before.
+struct PrintPlace {
+  QPageLayout page;
+  int resolution = 0;  // dots an inch, and the unit of the painter; 0: the printer's own
+  QString printer;     // as the system names it; empty: its default printer
+  QString pdf;         // a file in place of a printer
+};
+
+// Prints without a preview. `paint` as above.
+GOODSBOOKHOST_EXPORT void printAtOnce(QWidget* over, const QString& title, const PrintPlace& place,
+                                      const std::function<void(QPrinter& printer, QWidget* over)>& paint);
+
 }  // namespace goodsbook

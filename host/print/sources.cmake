@@ -3,6 +3,10 @@ find_path(ZINT_INCLUDE_DIR zint.h REQUIRED)
 find_library(ZINT_LIBRARY zint REQUIRED)
 target_sources(goodsbookhost PRIVATE
   print/bar_code.cpp print/bar_code.h
+  print/label_dialog.h print/label_dialog.cpp
+  print/label_preview.h print/label_preview.cpp
+  print/label_print.cpp print/label_print.h
+  print/label_settings.cpp print/label_settings.h
   print/label_layout.cpp print/label_layout.h
   print/label_layouts.cpp print/label_layouts.h
   print/label_pages.cpp print/label_pages.h

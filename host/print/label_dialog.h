@@ -1,0 +1,61 @@
+#pragma once
+
+#include <vector>
+
+#include "host/controls/TDBGridEh.h"
+#include "host/forms/Base_dialog.h"
+#include "host/print/label_layouts.h"
+#include "host/print/label_pages.h"
+#include "host/print/print_job.h"
+
+class QComboBox;
+class QPlainTextEdit;
+
+namespace goodsbook {
+
+class LabelPreview;
+
+// Choice of layout, printer and first label, with the pages as they will be and what could go wrong.
+class LabelDialog : public TFrm_Base_Dialog {
+  Q_OBJECT
+
+ public:
+  // `rows` outlive the dialog.
+  LabelDialog(QWidget* owner, const RecordSet& rows, const QString& title);
+
+ protected:
+  void btn_okClick() override;
+  void FormKeyDown(QKeyEvent* event) override;
+  void FormClose() override;
+  void AllChange() override;
+
+ private:
+  void buildChoices();
+  void buildPages();
+  void readLayouts(const QString& current);
+  void showPrinter();
+  void choicesChanged();
+  void showPage(int page);
+  void copyLayout();
+  void printTest();
+  const LabelLayoutFile& layoutFile() const;
+  LabelPrinter printer() const;
+  LabelJob job() const;  // EAbort, told before, when the layout is wrong
+  void remember() const;
+  QString printerName() const;  // empty: a PDF
+  PrintPlace place();           // EAbort when no file was chosen
+  LabelJob jobOf(const LabelLayout& layout) const;
+
+  const RecordSet& rows_;
+  QString title_;
+  std::vector<LabelLayoutFile> files_;
+  RecordSet layouts_;
+  TDBGridEh* layoutGrid_ = nullptr;
+  QComboBox* printers_ = nullptr;
+  QComboBox* resolutions_ = nullptr;
+  LabelPreview* preview_ = nullptr;
+  QPlainTextEdit* warnings_ = nullptr;
+  int page_ = 0;
+};
+
+}  // namespace goodsbook
