@@ -97,6 +97,7 @@ int saveFigure(Database& database, TDBGridEh& grid, RecordSet& rows, const QStri
   QFile synced(folder + u"/sync.tmp"_s);
   if (!synced.open(QIODevice::WriteOnly)) return 1;
   rows.setSort(u"TM"_s, false);
+  Ignore ignore;
   Pair worst;
   for (int save = 0; save < saves; ++save) {
     rows.moveTo(rows.rowCount() / saves * save);
@@ -104,7 +105,8 @@ int saveFigure(Database& database, TDBGridEh& grid, RecordSet& rows, const QStri
     Pair pair;
     pair.floor = allowed + syncOnce(synced);
     pair.ours = milliseconds([&] {
-      database.execute(QString::fromStdString(productSave(rows.text(u"WL_ID"_s).toStdString(), save)));
+      database.execute(QString::fromStdString(productSave(rows.text(u"WL_ID"_s).toStdString(), save)),
+                       ignore);
       rows.edit();
       rows.setValue(u"WL_NAME"_s, u"样例商品"_s);
       for (const QString& price : {u"SJ"_s, u"VIPSJ"_s, u"PFJ"_s, u"CGJ"_s}) rows.setValue(price, save);

@@ -26,12 +26,6 @@ std::string productSave(const std::string& code, int round) {
 
 namespace {
 
-class Ignore : public engine::ResultSink {
- public:
-  void beginSet(std::span<const engine::Column>) override {}
-  void row(const engine::Row&) override {}
-};
-
 // The same statements in SQLite's words, prepared once.
 class PreparedSave {
  public:

@@ -1,9 +1,19 @@
 #pragma once
 
+#include <span>
 #include <string>
+
+#include "engine/row.h"
 
 // The groups of figures. Each prints its lines and gives the number of targets missed.
 namespace goodsbook::benchmarks {
+
+// For batches whose results nobody reads.
+class Ignore : public engine::ResultSink {
+ public:
+  void beginSet(std::span<const engine::Column>) override {}
+  void row(const engine::Row&) override {}
+};
 
 // The list of a million products: reading it into a record set, its memory, a contains-filter over it.
 int listFigures(const std::string& databaseFile);
