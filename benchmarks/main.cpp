@@ -41,6 +41,7 @@ int main(int argc, char** argv) {
   int missed = goodsbook::benchmarks::listFigures(sampleFile(folder, products));
   missed += goodsbook::benchmarks::gridFigures(sampleFile(folder, products));
   missed += goodsbook::benchmarks::saveFigures(sampleFile(folder, std::min(products, 10'000)));
+  missed += goodsbook::benchmarks::labelFigures();
   if (missed > 0) std::fprintf(stderr, "%d figures are over their target\n", missed);
   return 0;
 }

@@ -25,6 +25,9 @@ int saveFigures(const std::string& databaseFile);
 // with all of them shown. Writes to the file.
 int gridFigures(const std::string& databaseFile);
 
+// Labels with bar codes to a PDF.
+int labelFigures();
+
 // What the product list sends for a user who may see costs, and for the filter's contains condition.
 std::string productList();
 std::string productListContaining(const std::string& text);

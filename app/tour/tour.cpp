@@ -47,6 +47,7 @@ void Tour::run() {
   for (const ModuleGroup& group : moduleGroups()) {
     for (const Module& module : group.modules) visitModule(module.number);
   }
+  visitLabels();
   visitQuickEditors();
   picturesOfWindow();
 }
@@ -109,6 +110,26 @@ void Tour::visitPickers(const QString& dialog) {
     picture(dialog + u'-' + name.section(u'.', 0, 0).toLower());
     closeFront();
   }
+}
+
+// The dialog that makes labels, the list with some, and the one that prints them.
+void Tour::visitLabels() {
+  constexpr int labels = 102;
+  if (!opened_.contains(labels)) return;
+  onGui([&] { window_.openModule(labels, true); });
+  send({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 0}});
+  dialogPictures(u"102-tags"_s);
+  send({{u"cmd"_s, u"click"_s}, {u"element"_s, u"BTN_TM"_s}});
+  send({{u"cmd"_s, u"click"_s}, {u"element"_s, u"Button3"_s}});
+  onGui([&] { pictureOf(window_, u"102-labels"_s); });
+  const QJsonValue list = front()["id"_L1];
+  send({{u"cmd"_s, u"action"_s}, {u"name"_s, u"Act_Print"_s}});
+  if (front()["id"_L1] != list) {
+    dialogPictures(u"102-print"_s);
+    closeFront();
+  }
+  send({{u"cmd"_s, u"action"_s}, {u"name"_s, u"Act_Filter"_s}});  // nothing of it stays in the next tour
+  onGui([&] { window_.tabs()->currentWidget()->close(); });
 }
 
 // As the documents of other modules open them, and the prompt of a barcode that is known already.

@@ -30,6 +30,7 @@ class Tour {
   void visitAction(const QString& screen, const QString& action);
   void visitPickers(const QString& dialog);
   void closeFront();
+  void visitLabels();
   void visitQuickEditors();
   void dialogPictures(const QString& name);  // as it opens, and as small as it goes
   void picturesOfWindow();
