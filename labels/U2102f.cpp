@@ -152,7 +152,9 @@ void TF2102F::FormKeyDown(QKeyEvent* event) {
     DBGridEhKeyPress(event);
     return;
   }
-  const auto runs = [event](int key) { return event->key() == key && event->modifiers() == Qt::NoModifier; };
+  const auto runs = [event](int key) {
+    return event->key() == key && (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+  };
   if (runs(Qt::Key_Home)) {
     event->accept();
     finishTyping();
@@ -167,6 +169,12 @@ void TF2102F::FormKeyDown(QKeyEvent* event) {
   } else {
     TFrm_Sys_Filter::FormKeyDown(event);
   }
+}
+
+QString TF2102F::helpText() const {
+  return windowTitle() + u"\n\n"_s +
+         tr("Home  生成单个条码\nIns  按进货单生成条码\nF5  刷新进货单\n空格  当前行数量清0\nC  全部数量清0\nDel  "
+            "删除一行\n双击空白处  最大化 / 还原\nEsc  关闭");
 }
 
 void TF2102F::mouseDoubleClickEvent(QMouseEvent*) {

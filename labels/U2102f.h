@@ -18,6 +18,7 @@ class TF2102F : public TFrm_Sys_Filter {
  protected:
   void FormKeyDown(QKeyEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  QString helpText() const override;
 
  private:
   void buildSingle();

@@ -171,6 +171,7 @@ void TF2102F::buildReceipts() {
                          {.field = u"EDATE"_s, .width = 120, .displayFormat = time}});
   DBGridEh1->setReadOnly(true);
   DBGridEh1->setEmptyText(tr("没有进货单"));
+  DBGridEh1->setMinimumHeight(90);
   DBGridEh1->setMaximumHeight(180);
   DBGridEh1->setRecordSet(&AdoQry_Main);
   form.wide(DBGridEh1);
@@ -187,6 +188,7 @@ void TF2102F::buildReceipts() {
                         {.field = u"tmsl"_s, .width = 70, .readOnly = false, .sum = true},
                         {.field = u"NOTE"_s, .width = 140}});
   DBGridEh->setFooterVisible(true);
+  DBGridEh->setMinimumHeight(140);
   DBGridEh->setEmptyText(tr("进货单没有商品"));
   DBGridEh->setRecordSet(&AdoQry_Tmp);
   DBGridEh->setContextMenuPolicy(Qt::ActionsContextMenu);

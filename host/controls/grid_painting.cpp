@@ -41,7 +41,7 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     option->backgroundBrush =
         mixed(option->palette.color(QPalette::Base), option->palette.color(QPalette::Highlight), 0.25);
   }
-  if (column.hideRepeats && index.row() > 0 && !isCurrentRow &&
+  if (column.hideRepeats && index.row() > 0 &&
       option->text == model_->text(index.row() - 1, index.column())) {
     option->text.clear();
   }

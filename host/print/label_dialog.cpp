@@ -301,6 +301,11 @@ void LabelDialog::FormClose() {
   TFrm_Base_Dialog::FormClose();
 }
 
+QString LabelDialog::helpText() const {
+  return windowTitle() + u"\n\n"_s +
+         tr("F9  打印\nPgUp / PgDown  翻页\nEsc  关闭\n\n标签样式是程序文件夹里的文本文件（*.label），复制后可以修改。");
+}
+
 void LabelDialog::FormKeyDown(QKeyEvent* event) {
   const bool turns = event->modifiers() == Qt::NoModifier && focusWidget() != warnings_;
   if (turns && event->key() == Qt::Key_PageUp) {

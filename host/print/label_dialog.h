@@ -28,6 +28,7 @@ class LabelDialog : public TFrm_Base_Dialog {
   void FormKeyDown(QKeyEvent* event) override;
   void FormClose() override;
   void AllChange() override;
+  QString helpText() const override;
 
  private:
   void buildChoices();

@@ -1,8 +1,11 @@
 // The list of labels: its file, its flag, its actions.
 #include <QApplication>
 #include <QDir>
+#include <QImage>
+#include <QSet>
 #include <QSettings>
 
+#include "host/controls/TDBGridEh.h"
 #include "host/data/record_set.h"
 #include "tests/labels/label_screen.h"
 
@@ -220,6 +223,36 @@ TEST_F(LabelList, TheLinkAndTheFilterActionClearWithoutAQuestion) {
   closeFront();
   openList();
   EXPECT_EQ(codes(), QStringList());
+}
+
+TEST_F(LabelList, ABarcodeLikeTheOneAboveIsNotPaintedAgain) {
+  openList();
+  make({u"100"_s}, 2);
+  make({u"200"_s});
+  goTo(u"DBGridEh"_s, 1);  // in the current row neither
+  onGui([] {
+    TDBGridEh* grid = nullptr;
+    for (QWidget* widget : QApplication::allWidgets()) {
+      if (widget->objectName() == "DBGridEh"_L1 && widget->window()->inherits("goodsbook::TF2102"))
+        grid = qobject_cast<TDBGridEh*>(widget);
+    }
+    ASSERT_NE(grid, nullptr);
+    const QImage seen = grid->viewport()->grab().toImage();
+    const auto isBlank = [&](int row, const QString& field) {
+      const QRect cell =
+          grid->visualRect(grid->model()->index(row, grid->columnOf(field))).adjusted(2, 2, -3, -3);
+      QSet<QRgb> colours;
+      for (int y = cell.top(); y <= cell.bottom(); ++y) {
+        for (int x = cell.left(); x <= cell.right(); ++x) colours.insert(seen.pixel(x, y));
+      }
+      return colours.size() == 1;
+    };
+    EXPECT_FALSE(isBlank(0, u"TM"_s));
+    EXPECT_TRUE(isBlank(1, u"TM"_s));
+    EXPECT_FALSE(isBlank(2, u"TM"_s));
+    EXPECT_FALSE(isBlank(1, u"WL_ID"_s));
+  });
+  EXPECT_EQ(column(u"DBGridEh"_s, u"TM"_s)[1], u"6901234567892"_s);
 }
 
 TEST_F(LabelList, ManyLabelsAreMadeAndClearedAtOnce) {
