@@ -77,7 +77,7 @@ int sortFigure(TDBGridEh& grid, RecordSet& rows) {
     worst = pair;
   }
   return !print({"sort it by a title, the worst of all columns: " + slowest.toStdString(), "ms", worst.ours,
-                 worst.floor, 1});
+                 worst.floor, 1.5});
 }
 
 // What the disk takes to keep as much as one save writes.
