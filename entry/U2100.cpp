@@ -25,13 +25,20 @@
 namespace goodsbook {
 namespace {
 
-// A screen that fails while it opens goes again; the host gets the exception.
+// A screen that fails while it opens goes again, and the variable names the one before it; the host gets the
+// exception.
 template <class Screen>
 void open(QPointer<Screen>& variable, const Trecord& record, QWidget* owner) {
+  const QPointer<Screen> before = variable;
   auto screen = std::make_unique<Screen>(owner);
   variable = screen.get();
   screen->Tag = record.module();
-  screen->InitForm(record);
+  try {
+    screen->InitForm(record);
+  } catch (...) {
+    variable = before;
+    throw;
+  }
   static_cast<void>(screen.release());  // it is its owner's now
 }
 

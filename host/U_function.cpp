@@ -46,6 +46,7 @@ void plainBox(const QString& text, const QString& caption) {
 
 void CheckBlankInstr(QLineEdit* edit, const QString& caption) {
   const QString text = edit->text();
+  if (text.trimmed().isEmpty()) refuse(edit, translated("%1不能为空!").arg(caption));
   if (std::any_of(text.begin(), text.end(), [](QChar sign) { return sign.isSpace(); })) {
     refuse(edit, translated("%1中不能有空格!").arg(caption));
   }

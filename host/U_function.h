@@ -15,8 +15,9 @@ GOODSBOOKHOST_EXPORT char DISPINFO(const QString& text, int kind);
 GOODSBOOKHOST_EXPORT void plainBox(const QString& text, const QString& caption = {});  // kind 0
 
 // Checks on an edit. Each shows its message (kind 5), puts the focus into the edit and throws EAbort.
-GOODSBOOKHOST_EXPORT void CheckBlankInstr(QLineEdit* edit,
-                                          const QString& caption);  // no blank inside or around a code
+GOODSBOOKHOST_EXPORT void CheckBlankInstr(
+    QLineEdit* edit,
+    const QString& caption);  // a code: not empty, no blank in or around it
 GOODSBOOKHOST_EXPORT void CheckText(QLineEdit* edit,
                                     const QString& caption);  // no quote, control character or blank
 

@@ -74,7 +74,10 @@ int runDrive(const QStringList& arguments) {
     const auto session = openSession(options.database, options.programDir, std::move(desktop));
     signIn(*session, options.user, options.password);
     for (const auto& [name, value] : options.globals) {
-      if (!setGlobal(name, value)) throw StartError(Texts::tr("--set 不认识 %1=%2").arg(name, value));
+      if (setGlobal(name, value)) continue;
+      throw StartError(globalText(name)
+                           ? Texts::tr("--set %1 的值不对：%2（开关为 0 或 1，数量为整数）").arg(name, value)
+                           : Texts::tr("--set 不认识名称 %1").arg(name));
     }
     return drive(*session, recorded);
   } catch (const StartError& error) {

@@ -3,8 +3,10 @@
 #include <QApplication>
 #include <QDialog>
 #include <algorithm>
+#include <utility>
 
 #include "app/driver/command.h"
+#include "app/driver/opening_order.h"
 #include "host/forms/Base.h"
 
 using namespace Qt::StringLiterals;
@@ -58,7 +60,9 @@ std::vector<QWidget*> Addressing::windows() const {
     if (widget->isVisible() && qobject_cast<QDialog*>(widget) && !qobject_cast<TFrm_Base*>(widget))
       open.push_back(widget);
   }
-  std::ranges::sort(open, {}, [](const QWidget* window) { return idOf(*window); });
+  std::ranges::sort(open, {}, [](const QWidget* window) {
+    return std::pair(OpeningOrder::placeOf(*window), idOf(*window));
+  });
   return open;
 }
 

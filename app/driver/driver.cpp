@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "app/driver/input.h"
+#include "app/driver/opening_order.h"
 #include "app/driver/table.h"
 #include "host/data/errors.h"
 #include "host/data/record_set.h"
@@ -42,6 +43,7 @@ QString failureOf(const Work& work, QJsonObject& details) {
 
 Driver::Driver(DriveDesktop& desktop, MasterData& masterData, QWidget* owner)
     : desktop_(desktop), masterData_(masterData), owner_(owner) {
+  OpeningOrder::watch();
   turn_.setInterval(0);
   connect(&turn_, &QTimer::timeout, this, &Driver::look);
 }

@@ -9,6 +9,7 @@
 #include <QPointer>
 #include <QTextEdit>
 #include <memory>
+#include <optional>
 
 #include "app/driver/driver.h"
 #include "app/driver/elements.h"
@@ -92,18 +93,31 @@ Step type(Driver& driver, const Arguments& arguments) {
           }};
 }
 
+// A box or option that can be switched; nothing for any other element.
+std::optional<bool> switchedOn(const QWidget& element) {
+  const auto* button = qobject_cast<const QAbstractButton*>(&element);
+  if (button && button->isCheckable()) return button->isChecked();
+  const auto* group = qobject_cast<const QGroupBox*>(&element);
+  if (group && group->isCheckable()) return group->isChecked();
+  return std::nullopt;
+}
+
 Step check(Driver& driver, const Arguments& arguments) {
   QWidget& element = usableElement(driver, arguments);
   const bool on = arguments.flag("on");
-  const auto* button = qobject_cast<QAbstractButton*>(&element);
-  const auto* group = qobject_cast<QGroupBox*>(&element);
-  if (!(button && button->isCheckable()) && !(group && group->isCheckable())) {
-    throw CommandError(DriverTexts::tr("元素 %1 不是选择框").arg(element.objectName()));
-  }
-  if ((button ? button->isChecked() : group->isChecked()) == on) return {};
-  return {.actions = {[target = QPointer(&element)] {
+  const std::optional<bool> before = switchedOn(element);
+  if (!before) throw CommandError(DriverTexts::tr("元素 %1 不是选择框").arg(element.objectName()));
+  if (*before == on) return {};
+  const QPointer target = &element;
+  return {.actions = {[target] {
             if (target) click(*target, false);
-          }}};
+          }},
+          .answer = [target, on] {
+            // The field that the click left may have kept the focus, or the screen has set it back.
+            if (target && switchedOn(*target) != on)
+              throw CommandError(DriverTexts::tr("元素 %1 没有改变").arg(target->objectName()));
+            return QJsonObject();
+          }};
 }
 
 Step clickElement(Driver& driver, const Arguments& arguments) {

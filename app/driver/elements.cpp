@@ -184,6 +184,9 @@ Rows findRows(const Driver& driver, const QWidget& window, const QString& name) 
   }
   RecordSet* set = named(partsOf<RecordSet>(window), name);
   if (!set) set = driver.kept(name);
+  if (!set && named(namedElements(window), name)) {
+    throw CommandError(DriverTexts::tr("元素 %1 不是表格").arg(name));
+  }
   if (!set) noElement(name);
   for (TDBGridEh* grid : grids) {
     if (grid->recordSet() == set) return {set, grid};

@@ -1,12 +1,14 @@
 #include <QHeaderView>
 #include <QJsonArray>
 #include <QPointer>
+#include <QTreeView>
 #include <algorithm>
 
 #include "app/driver/driver.h"
 #include "app/driver/elements.h"
 #include "app/driver/input.h"
 #include "app/driver/table.h"
+#include "app/driver/tree_nodes.h"
 #include "host/controls/TDBGridEh.h"
 #include "host/data/record_set.h"
 #include "host/forms/Base.h"
@@ -101,11 +103,25 @@ Rows readableRows(Driver& driver, const QString& name) {
   return findRows(driver, driver.addressing().addressed(), name);
 }
 
+bool hasTree(Driver& driver, const QString& name) {
+  if (!driver.addressing().foremost()) return false;
+  const std::vector<QWidget*> elements = namedElements(driver.addressing().addressed());
+  return std::ranges::any_of(elements, [&](const QWidget* element) {
+    return element->objectName().compare(name, Qt::CaseInsensitive) == 0 &&
+           qobject_cast<const QTreeView*>(element);
+  });
+}
+
 Step listRows(Driver& driver, const Arguments& arguments) {
   const QString name = arguments.text("element");
   const int offset = arguments.optionalInteger("offset").value_or(0);
   const int limit = arguments.optionalInteger("limit").value_or(std::numeric_limits<int>::max());
   if (offset < 0 || limit < 0) throw CommandError(DriverTexts::tr("offset 和 limit 不能为负数"));
+  if (hasTree(driver, name)) {
+    return {.actions = {}, .answer = [&driver, name, offset, limit] {
+              return treeRows(findTree(driver.addressing().addressed(), name), offset, limit);
+            }};
+  }
   const Rows found = readableRows(driver, name);
   return {.actions = {[set = QPointer(found.set)] {
             if (set) set->waitForAll();

@@ -41,6 +41,9 @@ void setRights(Trecord& record, const QJsonObject& wanted) {
 
 Trecord callRecord(const Arguments& arguments) {
   Trecord record;
+  if (arguments.has("words") && arguments.has("module")) {
+    throw CommandError(DriverTexts::tr("module 和 words 只能给出一个"));
+  }
   if (arguments.has("words")) {
     const std::vector<int> words = arguments.integers("words");
     if (words.size() != record.words.size()) {

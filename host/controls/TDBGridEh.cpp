@@ -9,6 +9,7 @@
 #include <QPainter>
 
 #include "host/controls/grid_private.h"
+#include "host/forms/Base.h"
 
 using namespace Qt::StringLiterals;
 
@@ -198,8 +199,12 @@ void TDBGridEh::keyPressEvent(QKeyEvent* event) {
   }
   const int column = currentIndex().column();
   const bool canSearch = column >= 0 && !d_->model->canEdit(column) && !d_->model->column(column).button;
-  if (canSearch && d_->search->handleKey(*event)) return;
-  if (d_->handleCellKey(*event) || d_->handleRowKey(*event)) return;
+  bool handled = false;
+  const bool ended = guarded(this, [&] {
+    handled =
+        (canSearch && d_->search->handleKey(*event)) || d_->handleCellKey(*event) || d_->handleRowKey(*event);
+  });
+  if (handled || !ended) return;
   if (event->key() == Qt::Key_Escape) {
     event->ignore();  // the screen's
     return;
@@ -213,7 +218,9 @@ void TDBGridEh::inputMethodEvent(QInputMethodEvent* event) {
     QTableView::inputMethodEvent(event);
     return;
   }
-  if (!event->commitString().isEmpty()) d_->search->type(event->commitString());
+  guarded(this, [&] {
+    if (!event->commitString().isEmpty()) d_->search->type(event->commitString());
+  });
   event->accept();
 }
 

@@ -102,7 +102,9 @@ void ProgressiveLoad::waitForAll() {
   try {
     while (more && cursor_) {
       more = bring(waitSliceMs, anyNumber);
-      if (more && waitHook_ && !waitHook_(count_)) break;
+      if (!more || !waitHook_ || waitHook_(count_)) continue;
+      if (cursor_) timer_->start();
+      throw EAbort();  // whoever waited must not go on with a part of the rows
     }
   } catch (const EDatabaseError& error) {
     end();
@@ -112,7 +114,7 @@ void ProgressiveLoad::waitForAll() {
   if (!cursor_) return;
   end();
   Q_EMIT progress(count_);
-  if (!more) Q_EMIT finished();
+  Q_EMIT finished();
 }
 
 void ProgressiveLoad::cancel() {

@@ -33,9 +33,10 @@ class GOODSBOOKHOST_EXPORT ProgressiveLoad : public QObject {
   bool isRunning() const { return cursor_ != nullptr; }
   int count() const { return count_; }  // rows so far
 
-  // Brings all remaining rows. Throws what failed() reports.
+  // Brings all remaining rows. Throws what failed() reports, and EAbort when the hook ends the waiting; the
+  // rows then go on coming by themselves.
   void waitForAll();
-  // Called between slices while somebody waits, with the rows so far; false ends the load where it stands.
+  // Called between slices while somebody waits, with the rows so far; false ends the waiting.
   void setWaitHook(std::function<bool(int)> hook) { waitHook_ = std::move(hook); }
 
   void cancel();  // the rows that are there stay; finished() is not told

@@ -3,6 +3,7 @@
 #include <QScopeGuard>
 
 #include "host/U_function.h"
+#include "host/forms/row_delete.h"
 
 using namespace Qt::StringLiterals;
 
@@ -30,6 +31,7 @@ bool TFrm_Base_Detail::InitForm(const QString& mode, RecordSet& listRows) {
   mode_ = mode;
   listRows_ = &listRows;
   saved_ = false;
+  watchRow();
   openFilled();
   exec();
   return self && saved_;
@@ -40,8 +42,15 @@ void TFrm_Base_Detail::SetStatus(RecordSet& rows) {
   listRows_ = &rows;
   appendsRow = false;
   saved_ = false;
+  rowGuard_.forget();
   openFilled();
   show();
+}
+
+void TFrm_Base_Detail::watchRow() {
+  rowGuard_.forget();
+  const QString key = bodyParam(bodyparam::keyField);
+  if (mode_ == "Edit"_L1 && listRows().hasField(key)) rowGuard_.watch(*this, listRows().text(key));
 }
 
 void TFrm_Base_Detail::openFilled() {
@@ -101,6 +110,7 @@ bool TFrm_Base_Detail::okAllowed() const {
 
 void TFrm_Base_Detail::btn_okClick() {
   CheckAll();
+  if (mode_ == "Edit"_L1) rowGuard_.confirmSave(*this, rowName(*this, listRows()));
   saveWithRow();
   saved_ = true;
   modified_ = false;

@@ -2,6 +2,7 @@
 
 #include "host/export.h"
 #include "host/forms/ok_cancel_screen.h"
+#include "host/forms/row_guard.h"
 
 namespace goodsbook {
 
@@ -11,6 +12,8 @@ namespace goodsbook {
 // "CopyAdd" it appends a row to the list's record set before SaveData, so that "the current row" is the one
 // to fill; when SaveData does not come to its end that row is gone again, an edited row is as it was, and the
 // editor stays open with its input.
+//
+// In "Edit" the row as another program left it meanwhile is told before the save (RowGuard).
 class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public OkCancelScreen {
   Q_OBJECT
 
@@ -59,12 +62,14 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public OkCancelScreen {
   bool appendsRow = true;  // a row for "Add" and "CopyAdd" is this class's business
 
  private:
+  void watchRow();
   void saveWithRow();
   bool mayClose();
   void openFilled();
 
   RecordSet* listRows_ = nullptr;
   QString mode_;
+  RowGuard rowGuard_;
   bool modified_ = false;
   bool saved_ = false;
 };

@@ -13,6 +13,7 @@
 #include "host/U_function.h"
 #include "host/forms/Base_node_d.h"
 #include "host/forms/row_delete.h"
+#include "host/forms/row_uses.h"
 #include "host/forms/tree_find.h"
 #include "host/forms/tree_node.h"
 #include "host/forms/tree_rows.h"
@@ -168,6 +169,7 @@ void TFrm_Base_Node::Act_DeleteExecute() {
   QString question = tr("是否删除【%1】?").arg(node->text(0));
   if (node->childCount() > 0)
     question += tr("\r\n它有 %1 个下级，下级不会一起删除。").arg(node->childCount());
+  question += usesLine(*this, code);
   if (DISPINFO(question, 2) != 'y') return;
   deleteByTemplate(*this, code);
   QTreeWidgetItem* next = TreeView->itemBelow(node);

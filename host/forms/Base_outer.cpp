@@ -3,6 +3,7 @@
 #include "host/U_function.h"
 #include "host/forms/Base_detail.h"
 #include "host/forms/row_delete.h"
+#include "host/forms/row_uses.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,7 +23,8 @@ void TFrm_Base_Outer::openEditor(const QString& mode) {
 void TFrm_Base_Outer::Act_DeleteExecute() {
   if (!onRow()) return;
   const QString key = AdoQry_Main.text(bodyParam(bodyparam::keyField));
-  if (DISPINFO(tr("是否删除【%1】?").arg(rowName(*this, AdoQry_Main)), 2) != 'y') return;
+  const QString question = tr("是否删除【%1】?").arg(rowName(*this, AdoQry_Main));
+  if (DISPINFO(question + usesLine(*this, key), 2) != 'y') return;
   deleteByTemplate(*this, key);
   AdoQry_Main.remove();
 }

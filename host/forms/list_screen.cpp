@@ -11,6 +11,7 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <memory>
 
 #include "host/U_function.h"
 #include "host/controls/storage.h"
@@ -20,6 +21,7 @@
 #include "host/print/list_print.h"
 #include "host/session.h"
 #include "host/sheet/list_export.h"
+#include "host/sheet/progress.h"
 
 using namespace Qt::StringLiterals;
 
@@ -91,9 +93,24 @@ ListScreen::ListScreen(QWidget* owner)
   });
   connect(load_, &ProgressiveLoad::failed, this,
           [this](const QString& text) { guarded(this, [&text] { DISPINFO(text, 5); }); });
-  load_->setWaitHook([this](int) {
+  offerCancel();
+}
+
+void ListScreen::offerCancel() {
+  // One box for each waiting; it comes up when that takes longer than a moment.
+  auto box = std::make_shared<std::unique_ptr<Progress>>();
+  const auto close = [box] { box->reset(); };
+  connect(load_, &ProgressiveLoad::finished, this, close);
+  connect(load_, &ProgressiveLoad::failed, this, close);
+  load_->setWaitHook([this, box](int count) {
+    if (!*box) *box = std::make_unique<Progress>(this, tr("正在读取…"), 0);
     showCount();
-    countLabel_->repaint();
+    try {
+      (*box)->step(count);
+    } catch (const EAbort&) {
+      box->reset();
+      return false;
+    }
     return true;
   });
 }

@@ -108,6 +108,7 @@ class GOODSBOOKHOST_EXPORT ListScreen : public TFrm_Base_Common {
  private:
   void buildBaseActions();
   void buildStatusLine();
+  void offerCancel();  // while something waits for all rows
   void showEmptyText();
   void clearFilter();
   void narrow(const QString& condition, const QString& displayText);

@@ -20,7 +20,10 @@ target_sources(goodsbookhost PRIVATE
   forms/list_statement.cpp
   forms/ok_cancel_screen.cpp forms/ok_cancel_screen.h
   forms/row_delete.cpp
+  forms/row_guard.cpp
+  forms/row_uses.cpp
   forms/screen_events.cpp forms/screen_events.h
+  forms/table_relations.cpp
   forms/tree_find.cpp forms/tree_find.h
   forms/tree_node.cpp
   forms/tree_rows.cpp

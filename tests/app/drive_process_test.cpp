@@ -159,6 +159,19 @@ TEST_F(DriveProcess, ArgumentsThatCannotBeUsedEndItWithTwo) {
   }
 }
 
+TEST_F(DriveProcess, AWrongValueOfAKnownGlobalIsToldAsSuch) {
+  const QStringList usable{u"drive"_s, u"--database"_s, u":memory:"_s, u"--program-dir"_s, folder_.path()};
+  for (const QString& wrong : {u"GPARAM0=2"_s, u"GPARAM2=six"_s}) {
+    startWith(usable + QStringList{u"--set"_s, wrong});
+    EXPECT_EQ(exitCode(), 2);
+    const QString said = QString::fromUtf8(process_.readAllStandardError());
+    EXPECT_TRUE(said.contains(u"的值不对："_s + wrong.section(u'=', 1))) << said.toStdString();
+  }
+  startWith(usable + QStringList{u"--set"_s, u"GPARAM999=1"_s});
+  EXPECT_EQ(exitCode(), 2);
+  EXPECT_TRUE(QString::fromUtf8(process_.readAllStandardError()).contains(u"不认识名称 GPARAM999"_s));
+}
+
 TEST_F(DriveProcess, TheProgramTellsItsVersionAndItsUse) {
   startWith({u"--version"_s});
   EXPECT_EQ(exitCode(), 0);

@@ -123,6 +123,27 @@ TEST_F(ElementCommands, CheckClicksOnlyWhatDiffers) {
       refused({{u"cmd"_s, u"check"_s}, {u"element"_s, u"Edit1"_s}, {u"on"_s, true}}).contains(u"Edit1"_s));
 }
 
+TEST_F(ElementCommands, ABoxThatDoesNotChangeIsTold) {
+  onGui([this] {
+    QObject::connect(screen->valid, &QCheckBox::clicked, screen,
+                     [this] { screen->valid->setChecked(false); });
+  });
+  EXPECT_EQ(refused({{u"cmd"_s, u"check"_s}, {u"element"_s, u"YS"_s}, {u"on"_s, true}}),
+            u"元素 YS 没有改变"_s);
+}
+
+using RealScreen = ScreenTest;
+
+TEST_F(RealScreen, AFieldThatKeepsTheFocusKeepsABoxFromChanging) {
+  open(125);
+  act(u"Act_Add"_s);
+  focus(u"Edit1"_s);
+  EXPECT_EQ(refused({{u"cmd"_s, u"check"_s}, {u"element"_s, u"hb_bw"_s}, {u"on"_s, true}}),
+            u"元素 hb_bw 没有改变"_s);
+  EXPECT_EQ(messages().size(), 1);
+  EXPECT_EQ(get(u"hb_bw"_s)["checked"_L1], false);
+}
+
 TEST_F(ElementCommands, ClickPressesAButton) {
   click(u"btn_ask"_s);
   onGui([this] { EXPECT_EQ(screen->clicks, 1); });

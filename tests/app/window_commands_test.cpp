@@ -29,6 +29,28 @@ TEST_F(WindowCommands, ScreensListsOpenWindowsNewestLast) {
   EXPECT_EQ(during[1]["modal"_L1], true);
 }
 
+TEST_F(WindowCommands, ADialogThatIsOpenedLastIsListedLastWhereverItWasMade) {
+  onGui([this] {
+    auto* second = new SampleScreen(driver().owner());
+    second->setAttribute(Qt::WA_DeleteOnClose);
+    second->show();
+  });
+  done(useWindow(screenId));
+  act(u"Act_Add"_s);
+  const QJsonArray open = done({{u"cmd"_s, u"screens"_s}})["screens"_L1].toArray();
+  ASSERT_EQ(open.size(), 3);
+  EXPECT_EQ(open[2]["caption"_L1], u"样例对话框"_s);
+  EXPECT_LT(open[2]["id"_L1].toInt(), open[1]["id"_L1].toInt()) << "it was made before the second window";
+}
+
+TEST_F(WindowCommands, AScreenIsOpenedByItsModuleOrByAWholeRecord) {
+  QJsonArray words;
+  for (int i = 0; i < 28; ++i) words.append(0);
+  EXPECT_EQ(refused({{u"cmd"_s, u"open"_s}, {u"module"_s, 103}, {u"words"_s, words}}),
+            u"module 和 words 只能给出一个"_s);
+  EXPECT_EQ(done({{u"cmd"_s, u"screens"_s}})["screens"_L1].toArray().size(), 1);
+}
+
 TEST_F(WindowCommands, AModalDialogIsAddressedWhileItShows) {
   act(u"Act_Add"_s);
   EXPECT_EQ(type(u"Edit9"_s, u"x"_s), u"x"_s);

@@ -91,5 +91,16 @@ TEST_F(Dispatch, AFailureWhileOpeningReachesTheHostAndLeavesNoScreen) {
   });
 }
 
+TEST_F(Dispatch, AfterAFailureTheVariableNamesTheScreenThatIsOpen) {
+  call(103);
+  onGui([] {
+    const QPointer<TF2103> opened = F2103;
+    FullFrame frame;
+    EXPECT_THROW(ProcDLL1(recordOf(103), &frame), std::runtime_error);
+    EXPECT_NE(opened, nullptr);
+    EXPECT_EQ(F2103, opened);
+  });
+}
+
 }  // namespace
 }  // namespace goodsbook

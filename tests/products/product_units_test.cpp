@@ -185,8 +185,9 @@ TEST_F(ProductUnits, TwoMainUnitsInTheDatabaseFailTheWholeSave) {
   act(u"Act_Edit"_s);
   sql(u"update D1801DW set T=1"_s);  // by somebody else
   type(u"Edit2"_s, u"雪碧"_s);
+  answer({u"y"_s});
   click(u"btn_ok"_s);
-  EXPECT_EQ(messages(), Lines{u"当您把一个已引用的主单位替换时会出现此错误!请把主单位还原回更改前的值"_s});
+  EXPECT_EQ(messages().back(), u"当您把一个已引用的主单位替换时会出现此错误!请把主单位还原回更改前的值"_s);
   EXPECT_EQ(sql(u"select WL_NAME from D1801"_s), (Table{{u"可乐"_s}}));
   EXPECT_EQ(sql(u"select WL_ID from D1801B"_s), Table());
   EXPECT_EQ(text(u"Edit2"_s), u"雪碧"_s);

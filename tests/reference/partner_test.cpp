@@ -185,8 +185,8 @@ TEST_P(Partners, CodesAndNamesAreChecked) {
   type(u"Edit1"_s, u"a"_s);
   focus(u"Edit2"_s);
   EXPECT_EQ(focus(u"Edit3"_s), u"Edit2"_s);
-  EXPECT_EQ(messages(),
-            (Lines{u"代号不能为空!"_s, member().codeCaption + u"中不能有引号!"_s, u"简称不能为空!"_s}));
+  EXPECT_EQ(messages(), (Lines{member().codeCaption + u"不能为空!"_s,
+                               member().codeCaption + u"中不能有引号!"_s, u"简称不能为空!"_s}));
   EXPECT_EQ(executed(), Lines{uniqueness(u"a"_s)});
   click(u"btn_Cancel"_s);
 }

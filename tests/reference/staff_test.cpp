@@ -188,7 +188,7 @@ TEST_F(Staff, CodesAndNamesAreChecked) {
   type(u"Edit1"_s, u"a2"_s);
   focus(u"Edit2"_s);
   EXPECT_EQ(focus(u"Edit3"_s), u"Edit2"_s);
-  EXPECT_EQ(messages(), (Lines{u"代号不能为空!"_s, u"职员代号已登记!"_s, u"名称不能为空!"_s}));
+  EXPECT_EQ(messages(), (Lines{u"职员代号不能为空!"_s, u"职员代号已登记!"_s, u"名称不能为空!"_s}));
   click(u"btn_Cancel"_s);
 }
 

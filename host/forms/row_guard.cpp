@@ -1,0 +1,126 @@
+#include "host/forms/row_guard.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+
+#include "host/U_function.h"
+#include "host/forms/Base_common.h"
+#include "host/forms/table_relations.h"
+#include "host/session.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+namespace {
+
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(RowGuard)
+};
+
+using Row = std::vector<std::optional<QString>>;
+
+SqlSet read(const QString& select) {
+  SqlSets answer = runSql(Session::current().database(), select, Database::Permission::Screens);
+  return answer.sets.empty() ? SqlSet() : std::move(answer.sets.front());
+}
+
+QString selectOf(const QString& table, const QString& column, const QString& key) {
+  return u"select * from "_s + table + u" where "_s + column + u'=' + QuotedStr(key);
+}
+
+// The row with the same key in `rows`; without a key column the only row.
+const Row* counterpart(const SqlSet& rows, const Row& row, qsizetype keyIndex) {
+  if (keyIndex < 0) return rows.rows.empty() ? nullptr : &rows.rows.front();
+  const auto index = static_cast<std::size_t>(keyIndex);
+  const auto found =
+      std::ranges::find_if(rows.rows, [&](const Row& other) { return other[index] == row[index]; });
+  return found == rows.rows.end() ? nullptr : &*found;
+}
+
+qsizetype indexOf(const SqlSet& rows, const QString& column) {
+  const auto found = std::ranges::find_if(rows.columns, [&](const QString& name) {
+    return !column.isEmpty() && name.compare(column, Qt::CaseInsensitive) == 0;
+  });
+  return found == rows.columns.end() ? -1 : found - rows.columns.begin();
+}
+
+void addOnce(QStringList& names, const QString& name) {
+  if (!names.contains(name)) names << name;
+}
+
+// Columns as the screen's labels call them; those that it does not show are left out.
+QStringList asLabels(TFrm_Base_Common& screen, const QStringList& columns) {
+  QStringList labels;
+  for (const FieldSet::Bound& field : screen.fields().all()) {
+    if (!columns.contains(field.spec.column, Qt::CaseInsensitive)) continue;
+    QString label = field.spec.label.isEmpty() ? screen.labelOf(field.widget) : field.spec.label;
+    label.remove(u' ').remove(u'\u3000').remove(u'&');
+    while (label.endsWith(u':') || label.endsWith(u'：')) label.chop(1);
+    addOnce(labels, label);
+  }
+  return labels;
+}
+
+}  // namespace
+
+void RowGuard::watch(const TFrm_Base_Common& screen, const QString& key) {
+  forget();
+  const std::optional<RowPlace> place = rowPlaceOf(screen);
+  if (!place) return;
+  parts_.push_back({.select = selectOf(place->table, place->keyColumn, key), .table = place->table});
+  if (const OwnedRows* owned = ownedRows(place->table)) {
+    parts_.push_back({.select = selectOf(owned->table, owned->column, key),
+                      .table = owned->table,
+                      .rowKey = owned->rowKey,
+                      .list = owned->list.toString()});
+  }
+  for (Part& part : parts_) part.found = read(part.select);
+}
+
+void RowGuard::forget() {
+  parts_.clear();
+}
+
+QStringList RowGuard::differences(const Part& part, const SqlSet& after) {
+  const SqlSet& before = part.found;
+  const auto ignored = keptByOthers(part.table);
+  const qsizetype key = indexOf(before, part.rowKey);
+  QStringList names;
+  if (before.rows.size() != after.rows.size()) addOnce(names, part.list);
+  for (const Row& row : before.rows) {
+    const Row* now = counterpart(after, row, key);
+    if (!now) addOnce(names, part.list);
+    for (std::size_t i = 0; now && i < row.size(); ++i) {
+      const QString& column = before.columns[i];
+      const bool counts = std::ranges::none_of(
+          ignored, [&](QLatin1StringView name) { return column.compare(name, Qt::CaseInsensitive) == 0; });
+      if (counts && row[i] != (*now)[i]) addOnce(names, column.toUpper());
+    }
+  }
+  return names;
+}
+
+void RowGuard::confirmSave(TFrm_Base_Common& screen, const QString& shown) {
+  QStringList columns, lists;
+  std::vector<SqlSet> now;
+  for (const Part& part : parts_) {
+    now.push_back(read(part.select));
+    if (part.rowKey.isEmpty() && now.back().rows.empty()) {
+      DISPINFO(Texts::tr("【%1】已被其他用户删除，不能保存!").arg(shown), 5);
+      throw EAbort();
+    }
+    const QStringList changed = differences(part, now.back());
+    columns += changed;
+    if (!part.list.isEmpty() && !changed.isEmpty()) addOnce(lists, part.list);
+  }
+  if (columns.isEmpty()) return;
+  const QStringList names = asLabels(screen, columns) + lists;
+  const QString what = names.isEmpty() ? QString() : u'：' + names.join(u'、');
+  if (DISPINFO(Texts::tr("【%1】打开后已被其他用户修改%2。\r\n是否仍然保存?").arg(shown, what), 2) != 'y') {
+    throw EAbort();
+  }
+  // Should the save fail, the next try asks only about what has changed since.
+  for (std::size_t i = 0; i < parts_.size(); ++i) parts_[i].found = std::move(now[i]);
+}
+
+}  // namespace goodsbook

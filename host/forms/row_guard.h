@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+#include "host/data/sql_sets.h"
+#include "host/export.h"
+
+namespace goodsbook {
+
+class TFrm_Base_Common;
+
+// What a row looked like in the database when its editor was opened, and what became of it meanwhile. Reads
+// the table and key column that the screen's delete statement names, and what belongs to the row; the
+// look-ups are the host's own. A screen without a delete statement is not guarded.
+class GOODSBOOKHOST_EXPORT RowGuard {
+ public:
+  void watch(const TFrm_Base_Common& screen, const QString& key);
+  void forget();
+
+  // Before a save: tells when the row is gone, asks when it was changed, and throws EAbort unless the user
+  // wants to save all the same. `shown` is what messages call the row.
+  void confirmSave(TFrm_Base_Common& screen, const QString& shown);
+
+ private:
+  struct Part {
+    QString select = {};
+    QString table = {};
+    QString rowKey = {};  // empty: one row
+    QString list = {};    // what holds the rows, for rows that were added or removed
+    SqlSet found = {};
+  };
+
+  // The columns whose values differ, and the part's list when there are rows on one side only.
+  static QStringList differences(const Part& part, const SqlSet& after);
+
+  std::vector<Part> parts_;  // the row itself first
+};
+
+}  // namespace goodsbook

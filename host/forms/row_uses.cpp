@@ -1,0 +1,79 @@
+#include "host/forms/row_uses.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+
+#include "host/U_function.h"
+#include "host/data/errors.h"
+#include "host/data/sql_sets.h"
+#include "host/forms/table_relations.h"
+#include "host/session.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+namespace {
+
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(RowUses)
+};
+
+struct Use {
+  QString list;
+  qint64 rows = 0;
+  bool counted = true;
+};
+
+// A number from the first column of the first row; none where nothing was found.
+qint64 numberOf(const SqlSet& set) {
+  return set.rows.empty() ? 0 : set.rows.front().front().value_or(QString()).toLongLong();
+}
+
+QString selectOf(const Reference& reference, const QString& key) {
+  const QString where =
+      u" from "_s + reference.table + u" where "_s + reference.column + u'=' + QuotedStr(key) + u';';
+  return (reference.counted ? u"select count(*) as n"_s : u"select top 1 1 as n"_s) + where;
+}
+
+// Rows found through several tables of one list are added up.
+void add(std::vector<Use>& uses, const Reference& reference, qint64 rows) {
+  if (rows == 0) return;
+  auto use = std::ranges::find_if(uses, [&](const Use& one) { return one.list == reference.list; });
+  if (use == uses.end()) use = uses.insert(use, {.list = reference.list.toString()});
+  use->rows += rows;
+  use->counted = use->counted && reference.counted;
+}
+
+std::vector<Use> usesOf(const QString& table, const QString& key) {
+  std::vector<const Reference*> asked;
+  QString batch;
+  for (const Reference& reference : references()) {
+    if (table.compare(reference.master, Qt::CaseInsensitive) != 0) continue;
+    asked.push_back(&reference);
+    batch += selectOf(reference, key);
+  }
+  if (asked.empty()) return {};
+  const SqlSets answer = runSql(Session::current().database(), batch, Database::Permission::Screens);
+  std::vector<Use> uses;
+  for (std::size_t i = 0; i < asked.size() && i < answer.sets.size(); ++i)
+    add(uses, *asked[i], numberOf(answer.sets[i]));
+  return uses;
+}
+
+}  // namespace
+
+QString usesLine(const TFrm_Base_Common& screen, const QString& key) {
+  const std::optional<RowPlace> place = rowPlaceOf(screen);
+  if (!place) return {};
+  try {
+    QStringList parts;
+    for (const Use& use : usesOf(place->table, key)) {
+      parts << (use.counted ? Texts::tr("%1 %2 行").arg(use.list).arg(use.rows) : use.list);
+    }
+    return parts.isEmpty() ? QString() : Texts::tr("\r\n该资料已被使用：%1。").arg(parts.join(u'、'));
+  } catch (const EDatabaseError&) {
+    return {};  // a database without one of these tables: the question is asked all the same
+  }
+}
+
+}  // namespace goodsbook
