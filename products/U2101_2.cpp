@@ -25,7 +25,7 @@ TF2101_2::TF2101_2(QWidget* owner) : TFrm_Base_Dialog(owner), DBGridEh(new TDBGr
       {.field = u"EDATE"_s, .title = tr("修改日期"), .width = 132, .displayFormat = time},
       {.field = u"USER_ID"_s, .title = tr("登录用户代号"), .width = 86},
       {.field = u"CD"_s, .title = tr("产地"), .width = 80},
-      {.field = u"NOTE"_s, .title = tr("备注"), .width = 110},
+      {.field = u"NOTE"_s, .title = tr("备注"), .width = 96},
   });
   DBGridEh->setReadOnly(true);
   DBGridEh->setRowNumbers(true);
