@@ -50,6 +50,11 @@ class Connection {
   virtual void rollback() = 0;
   virtual bool inTransaction() const = 0;
 
+  // Relaxed: commits do not wait for the disk one by one. A killed program loses nothing even so; a machine
+  // that fails may lose the last of them. Going back brings all of them to the disk before it returns. Not
+  // inside a transaction.
+  virtual void setRelaxed(bool relaxed) = 0;
+
   // Stops the statement that is running; it fails with error 3617. May be called from any thread.
   virtual void interrupt() = 0;
 

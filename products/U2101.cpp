@@ -8,6 +8,7 @@
 #include "host/data/U_dataop.h"
 #include "products/U2101_1.h"
 #include "products/U2101_4.h"
+#include "products/U2101_imp.h"
 #include "products/U2101a_1.h"
 #include "products/U2101a_3.h"
 #include "products/U2101f.h"
@@ -141,7 +142,10 @@ void TF2101::Act_OtherExecute() {
 }
 
 void TF2101::Act_impExecute() {
-  DISPINFO(tr("新品批量导入尚未安装。"), 5);
+  const QPointer<TF2101_IMP> import = new TF2101_IMP(this);
+  import->InitForm(&AdoQry_Main);
+  import->exec();
+  delete import.data();
 }
 
 void TF2101::Act_hbExecute() {

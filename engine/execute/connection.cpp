@@ -97,6 +97,11 @@ class EmbeddedConnection final : public Connection {
   }
   bool inTransaction() const override { return sqlite3_get_autocommit(main_->db()) == 0; }
 
+  void setRelaxed(bool relaxed) override {
+    runSql(main_->db(), relaxed ? "PRAGMA synchronous = NORMAL" : "PRAGMA synchronous = FULL");
+    if (!relaxed) flushLog(main_->db());
+  }
+
   void interrupt() override {
     const std::lock_guard lock(sessionsMutex_);
     for (const auto& session : sessions_) sqlite3_interrupt(session->db());

@@ -53,6 +53,14 @@ void copyDatabase(sqlite3* source, const std::filesystem::path& target) {
   }
 }
 
+void flushLog(sqlite3* db) {
+  sqlite3_file* log = nullptr;
+  const int code = sqlite3_file_control(db, "main", SQLITE_FCNTL_JOURNAL_POINTER, &log);
+  if (code != SQLITE_OK) throw sqliteFailure(db, code);
+  if (log == nullptr || log->pMethods == nullptr) return;  // nothing was written yet
+  if (log->pMethods->xSync(log, SQLITE_SYNC_NORMAL) != SQLITE_OK) throw sqliteFailure(db, SQLITE_IOERR_FSYNC);
+}
+
 void requireIntact(sqlite3* db) {
   constexpr int mostFaults = 5;
   std::string faults;

@@ -10,6 +10,9 @@ namespace goodsbook::engine {
 // exists or cannot be written.
 void copyDatabase(sqlite3* source, const std::filesystem::path& target);
 
+// What was committed is on the disk when this returns.
+void flushLog(sqlite3* db);
+
 // Throws 5172 with the first faults that are found.
 void requireIntact(sqlite3* db);
 

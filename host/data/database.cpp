@@ -24,4 +24,22 @@ void Transaction::commit() {
   open_ = false;
 }
 
+RelaxedCommits::RelaxedCommits(Database& database) : database_(database) {
+  database_.setRelaxed(true);
+}
+
+RelaxedCommits::~RelaxedCommits() {
+  try {
+    finish();
+  } catch (const std::exception&) {
+    relaxed_ = false;  // whoever must know calls finish()
+  }
+}
+
+void RelaxedCommits::finish() {
+  if (!relaxed_) return;
+  database_.setRelaxed(false);
+  relaxed_ = false;
+}
+
 }  // namespace goodsbook

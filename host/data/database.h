@@ -42,6 +42,17 @@ class GOODSBOOKHOST_EXPORT Database {
   // Stops the running statement, from any thread.
   virtual void interrupt() = 0;
 
+  // Commits of a long run of small transactions need not wait for the disk one by one; see RelaxedCommits.
+  virtual void setRelaxed(bool /*relaxed*/) {}
+
+  // Writes a checked copy of an embedded database beside it (of a private one into `folder`), with `stamp` in
+  // its name, and returns its path; calls `pause` every few milliseconds meanwhile. A server looks after its
+  // own backups: empty.
+  virtual QString backup(const QString& /*folder*/, const QString& /*stamp*/,
+                         const std::function<void()>& /*pause*/) {
+    return {};
+  }
+
   // What the status line and the log-in window call this database: the file's name, or server and database.
   virtual QString displayName() const = 0;
 };
@@ -58,6 +69,22 @@ class GOODSBOOKHOST_EXPORT Transaction {
  private:
   Database& database_;
   bool open_ = true;
+};
+
+// While it lives, commits do not wait for the disk one by one: a killed program loses nothing even so, only a
+// machine that fails may lose the last rows. finish() brings everything to the disk; the end of its life
+// tries to.
+class GOODSBOOKHOST_EXPORT RelaxedCommits {
+ public:
+  explicit RelaxedCommits(Database& database);
+  ~RelaxedCommits();
+  RelaxedCommits(const RelaxedCommits&) = delete;
+  RelaxedCommits& operator=(const RelaxedCommits&) = delete;
+  void finish();
+
+ private:
+  Database& database_;
+  bool relaxed_ = true;
 };
 
 struct EmbeddedOptions {

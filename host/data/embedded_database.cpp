@@ -1,6 +1,9 @@
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <chrono>
+#include <future>
 #include <memory>
 #include <utility>
 
@@ -97,6 +100,26 @@ class EmbeddedDatabase : public Database {
   void interrupt() override {
     connection_->interrupt();
     pool_->interrupt();
+  }
+
+  void setRelaxed(bool relaxed) override {
+    asDatabaseErrors([&] { connection_->setRelaxed(relaxed); });
+  }
+
+  QString backup(const QString& folder, const QString& stamp, const std::function<void()>& pause) override {
+    const QFileInfo source(folder_ ? QDir(folder).filePath(QFileInfo(file_).fileName()) : file_);
+    const QString name =
+        source.absoluteDir().filePath(source.completeBaseName() + QStringLiteral("-backup-") + stamp);
+    QString target = name + QStringLiteral(".db");
+    for (int other = 2; QFileInfo::exists(target); ++other)
+      target = name + u'-' + QString::number(other) + QStringLiteral(".db");
+    // Copying and checking a big file takes minutes: beside the window's thread, on a connection of its own.
+    auto copied =
+        std::async(std::launch::async, [&] { open()->backup(QFileInfo(target).filesystemFilePath()); });
+    constexpr std::chrono::milliseconds betweenPauses{20};
+    while (copied.wait_for(betweenPauses) != std::future_status::ready) pause();
+    asDatabaseErrors([&] { copied.get(); });
+    return target;
   }
 
   QString displayName() const override { return name_; }

@@ -1,5 +1,20 @@
 # Sources of host/sheet.
 target_sources(goodsbookhost PRIVATE
+  sheet/biff_records.cpp
+  sheet/compound_file.cpp
+  sheet/csv_reader.cpp
+  sheet/csv_text.cpp
+  sheet/date_format.cpp
+  sheet/decimal_digits.cpp
+  sheet/number_format.cpp
+  sheet/office_convert.cpp
+  sheet/sheet_errors.cpp
+  sheet/sheet_reader.cpp
+  sheet/sheet_xml.cpp
+  sheet/xls_reader.cpp
+  sheet/xlsx_reader.cpp
+  sheet/xlsx_strings.cpp
+  sheet/zip_archive.cpp
   sheet/csv_file.cpp
   sheet/list_columns.cpp
   sheet/list_export.cpp

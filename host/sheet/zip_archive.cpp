@@ -1,0 +1,74 @@
+#include "host/sheet/zip_archive.h"
+
+#include <zip.h>
+
+#include <QFile>
+
+#include "host/sheet/sheet_errors.h"
+
+namespace goodsbook::sheet {
+namespace {
+
+// Sheets pack well, bombs better: beyond the first size only so many times the packed bytes.
+constexpr qint64 neverTooBig = 48LL << 20;
+constexpr qint64 mostPacking = 200;
+constexpr qint64 alwaysTooBig = 2LL << 30;
+constexpr qint64 longestPiece = 8LL << 20;
+
+}  // namespace
+
+ZipEntry::ZipEntry(zip_file* file, qint64 packedSize, QString path)
+    : file_(file), packed_(packedSize), path_(std::move(path)) {
+  open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+}
+
+ZipEntry::~ZipEntry() {
+  zip_fclose(file_);
+}
+
+void ZipEntry::check() const {
+  if (failure_ == Failure::TooBig) failTooBig(path_);
+  if (failure_ == Failure::Damaged) failDamaged(path_);
+}
+
+qint64 ZipEntry::readData(char* data, qint64 size) {
+  if (failure_ != Failure::None) return -1;
+  const qint64 got = zip_fread(file_, data, static_cast<zip_uint64_t>(size));
+  if (got < 0) failure_ = Failure::Damaged;
+  if (got <= 0) return -1;
+  total_ += got;
+  piece_ += got;
+  if (piece_ > longestPiece) failure_ = Failure::Damaged;
+  if (total_ > alwaysTooBig || (total_ > neverTooBig && total_ > packed_ * mostPacking)) {
+    failure_ = Failure::TooBig;
+  }
+  return failure_ == Failure::None ? got : -1;
+}
+
+ZipArchive::ZipArchive(const QString& path) : path_(path) {
+  int error = 0;
+  archive_ = zip_open(QFile::encodeName(path).constData(), ZIP_RDONLY, &error);
+  if (archive_ == nullptr) failDamaged(path);
+}
+
+ZipArchive::~ZipArchive() {
+  zip_discard(archive_);
+}
+
+bool ZipArchive::has(const QString& name) const {
+  return zip_name_locate(archive_, name.toUtf8().constData(), ZIP_FL_NOCASE) >= 0;
+}
+
+std::unique_ptr<ZipEntry> ZipArchive::open(const QString& name) const {
+  const zip_int64_t index = zip_name_locate(archive_, name.toUtf8().constData(), ZIP_FL_NOCASE);
+  if (index < 0) failDamaged(path_);
+  zip_stat_t entry{};
+  if (zip_stat_index(archive_, static_cast<zip_uint64_t>(index), 0, &entry) != 0) failDamaged(path_);
+  if ((entry.valid & ZIP_STAT_ENCRYPTION_METHOD) != 0 && entry.encryption_method != ZIP_EM_NONE)
+    failPassword(path_);
+  zip_file_t* file = zip_fopen_index(archive_, static_cast<zip_uint64_t>(index), 0);
+  if (file == nullptr) failDamaged(path_);
+  return std::make_unique<ZipEntry>(file, static_cast<qint64>(entry.comp_size), path_);
+}
+
+}  // namespace goodsbook::sheet
