@@ -188,15 +188,15 @@ TF2101_IMP::Count TF2101_IMP::importRows(ImportRun& run) {
 
 bool TF2101_IMP::importRow(ImportRun& run, int row, Count& count) {
   const auto cell = [&](const QString& field) { return D_MAIN.textAt(row, D_MAIN.fieldIndex(field)); };
+  const ImportRow texts{cell(u"COL1"_s), cell(u"COL2"_s), cell(u"COL3"_s), cell(u"COL4"_s), cell(u"COL5"_s)};
   try {
-    const ImportRun::Outcome outcome =
-        run.import({cell(u"COL1"_s), cell(u"COL2"_s), cell(u"COL3"_s), cell(u"COL4"_s), cell(u"COL5"_s)});
+    const ImportRun::Outcome outcome = run.import(texts);
     const bool existing = outcome == ImportRun::Outcome::Existing;
     ++(existing ? count.existing : count.imported);
     note(row, existing ? tr("条码已存在，该商品未导入!") : QString());
     return true;
   } catch (const EDatabaseError& error) {
-    note(row, error.text);
+    note(row, importReason(texts, error.text));
     if (++count.failed > 1) return true;  // asked before
     DISPINFO(error.text, 5);
     return DISPINFO(tr("第 %1 行导入失败，是否继续导入其余的行?").arg(row + 1), 2) == 'y';

@@ -29,7 +29,7 @@ std::vector<Column> columns() {
   const auto tr = [](const char* text) { return TF2101_IMP::tr(text); };
   return {{u"COL1"_s, tr("条码"), 30, 120},  {u"COL2"_s, tr("品名"), 80, 220},
           {u"COL3"_s, tr("规格"), 30, 90},   {u"COL4"_s, tr("零售价"), 30, 70},
-          {u"COL5"_s, tr("会员价"), 30, 70}, {u"COL6"_s, tr("-"), 30, 240},
+          {u"COL5"_s, tr("会员价"), 30, 70}, {u"COL6"_s, tr("-"), 30, 300},
           {u"COL7"_s, tr("-"), 30, 40},      {u"COL8"_s, tr("-"), 30, 40},
           {u"COL9"_s, tr("-"), 30, 40},      {u"COL0"_s, tr("-"), 30, 40}};
 }
@@ -38,7 +38,7 @@ std::vector<Column> columns() {
 
 TF2101_IMP::TF2101_IMP(QWidget* owner) : TFrm_Base_Dialog(owner) {
   setWindowTitle(tr("新商品导入"));
-  resize(900, 620);
+  resize(960, 640);
   buildHead();
   buildGrid();
   buildFoot();

@@ -57,6 +57,18 @@ QString importText(const QString& cell) {
   return clean;
 }
 
+QString importReason(const ImportRow& row, const QString& error) {
+  for (const auto& [caption, price] :
+       {std::pair(Texts::tr("零售价"), row.price), std::pair(Texts::tr("会员价"), row.memberPrice)}) {
+    bool isNumber = false;
+    price.toDouble(&isNumber);
+    if (price.trimmed().isEmpty()) return Texts::tr("%1是空的：%2").arg(caption, error);
+    if (!isNumber && !error.contains(price))
+      return Texts::tr("%1“%2”不是数字：%3").arg(caption, price, error);
+  }
+  return error;
+}
+
 ImportRun::ImportRun(ImportDefaults defaults, RecordSet& scratch, RecordSet* list)
     : defaults_(std::move(defaults)), scratch_(scratch), list_(list) {}
 

@@ -43,4 +43,7 @@ class ImportRun {
 // tabs that keep long codes from becoming numbers) go or, between words, become a blank.
 QString importText(const QString& cell);
 
+// Why a row failed, for its sixth column: the database's words behind what is wrong with a price.
+QString importReason(const ImportRow& row, const QString& error);
+
 }  // namespace goodsbook

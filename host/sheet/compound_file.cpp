@@ -44,8 +44,13 @@ quint32 CompoundFile::number(qsizetype at) const {
 QByteArray CompoundFile::sector(quint32 number) const {
   const qsizetype at = (qsizetype{number} + 1) * sectorSize_;
   if (number >= lastNumber || at >= bytes_.size()) failDamaged(path_);
-  // The last one of some writers is cut behind its contents.
-  return bytes_.mid(at, sectorSize_).leftJustified(sectorSize_, '\0');
+  return bytes_.mid(at, sectorSize_);
+}
+
+QByteArray CompoundFile::wholeSector(quint32 number) const {
+  QByteArray whole = sector(number);
+  if (whole.size() < sectorSize_) failDamaged(path_);
+  return whole;
 }
 
 void CompoundFile::readTable() {
@@ -60,13 +65,13 @@ void CompoundFile::readTable() {
   quint32 more = number(68);
   for (std::size_t steps = 0; more < lastNumber; ++steps) {
     if (steps > sectors) failDamaged(path_);
-    const QByteArray list = sector(more);
+    const QByteArray list = wholeSector(more);
     for (qsizetype i = 0; i + 1 < inSector; ++i) take(number32(list, i * 4));
     more = number32(list, (inSector - 1) * 4);
   }
   next_.reserve(parts.size() * static_cast<std::size_t>(inSector));
   for (const quint32 part : parts) {
-    const QByteArray list = sector(part);
+    const QByteArray list = wholeSector(part);
     for (qsizetype i = 0; i < inSector; ++i) next_.push_back(number32(list, i * 4));
   }
 }
@@ -78,8 +83,10 @@ QByteArray CompoundFile::chain(quint32 start, quint64 size) const {
   all.reserve(static_cast<qsizetype>(size));
   for (quint32 at = start; at < lastNumber; at = next_[at]) {
     if (at >= next_.size() || static_cast<quint64>(all.size()) > most) failDamaged(path_);
-    all += sector(at);
+    // Some writers end the file behind the contents of its last sector.
+    all += size > 0 ? sector(at) : wholeSector(at);
     if (size > 0 && static_cast<quint64>(all.size()) >= size) break;
+    if (all.size() % sectorSize_ != 0) failDamaged(path_);
   }
   if (size == 0) return all;
   if (static_cast<quint64>(all.size()) < size) failDamaged(path_);

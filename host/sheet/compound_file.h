@@ -29,7 +29,8 @@ class CompoundFile {
   void readTable();
   void readEntries();
   const Entry* find(const QString& name) const;
-  QByteArray sector(quint32 number) const;
+  QByteArray sector(quint32 number) const;  // the file's last one may be short
+  QByteArray wholeSector(quint32 number) const;
   QByteArray chain(quint32 start, quint64 size) const;  // size 0: to its end
   QByteArray smallChain(quint32 start, quint64 size) const;
   quint32 number(qsizetype at) const;  // of four bytes in the head

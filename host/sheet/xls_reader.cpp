@@ -137,7 +137,7 @@ class XlsBook : public SheetBook {
           break;
       }
     }
-    if (records.isCut()) failDamaged(path_);
+    if (records.type() != record::end) failDamaged(path_);
     readStyles(codes, numbers);
   }
 
