@@ -4,9 +4,28 @@
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
+#include "host/controls/TDBGridEh.h"
+
 using namespace Qt::StringLiterals;
 
 namespace goodsbook {
+
+namespace {
+
+// Whether the focus is in a cell's editor, or in a grid whose row is being changed.
+bool isInGridEdit(const QWidget* focus) {
+  for (const QWidget* widget = focus; widget && !widget->isWindow(); widget = widget->parentWidget()) {
+    const auto* grid = qobject_cast<const TDBGridEh*>(widget);
+    if (!grid) continue;
+    const RecordSet* rows = grid->recordSet();
+    return !grid->isReadOnly() && rows &&
+           (widget != focus || rows->state() == RecordSet::State::Edit ||
+            rows->state() == RecordSet::State::Insert);
+  }
+  return false;
+}
+
+}  // namespace
 
 OkCancelScreen::OkCancelScreen(QWidget* owner)
     : TFrm_Base_Common(owner),
@@ -48,6 +67,8 @@ void OkCancelScreen::pressOk() {
 }
 
 void OkCancelScreen::FormKeyDown(QKeyEvent* event) {
+  // Esc first leaves the cell, then the row, then the screen.
+  if (event->key() == Qt::Key_Escape && isInGridEdit(focusWidget())) return;
   const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if (event->key() == Qt::Key_Escape) {

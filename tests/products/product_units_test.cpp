@@ -122,6 +122,24 @@ TEST_F(ProductUnits, KeysAddAndDeleteRows) {
   EXPECT_EQ(unitStatements(), QString());
 }
 
+TEST_F(ProductUnits, EscLeavesTheCellThenTheRowThenTheEditor) {
+  openUnits(u"Act_Edit"_s);
+  cellClick(grid, 0, u"SJ"_s);
+  press(u"9"_s);
+  press(u"Esc"_s);
+  ASSERT_EQ(frontClass(), u"TF2101_1"_s);
+  EXPECT_EQ(rows(grid)[0]["SJ"_L1].toString().toDouble(), 5);
+  focus(grid);
+  press(u"Ins"_s);
+  press(u"Esc"_s);
+  ASSERT_EQ(frontClass(), u"TF2101_1"_s);
+  EXPECT_EQ(rows(grid).size(), 2);
+  answer({u"n"_s});
+  press(u"Esc"_s);
+  EXPECT_EQ(frontClass(), u"TF2101"_s);
+  EXPECT_EQ(messages().size(), 1U);
+}
+
 TEST_F(ProductUnits, UnchangedRowsSendNothing) {
   openUnits(u"Act_Edit"_s);
   type(u"Edit2"_s, u"雪碧"_s);
