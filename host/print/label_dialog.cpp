@@ -280,7 +280,7 @@ void LabelDialog::btn_okClick() {
   const LabelJob printed = job();
   remember();
   const LabelWarnings found = printLabelJob(this, title_, printed, place());
-  if (found.texts().size() > 0 && found.summary() != warnings_->toPlainText())
+  if (!found.isEmpty() && found.summary() != warnings_->toPlainText())
     DISPINFO(tr("标签已印出，请注意：\n%1").arg(found.summary()), 5);
   setModalResult(1);
 }

@@ -62,8 +62,8 @@ struct LabelLayout {
 
   int perSheet() const { return columns * rows; }
   QPointF corner(int place) const {  // of the label at that place of a sheet, counted by rows from 0
-    return {margin.x() + (label.width() + gap.x()) * (place % columns),
-            margin.y() + (label.height() + gap.y()) * (place / columns)};
+    const int row = place / columns, column = place % columns;
+    return {margin.x() + (label.width() + gap.x()) * column, margin.y() + (label.height() + gap.y()) * row};
   }
 };
 

@@ -86,15 +86,14 @@ void LabelPainter::paintText(QPainter& painter, const LabelItem& item, const QRe
   const FittedText fitted = fitText(text, place.size(), font, pixels(item.size), pixels(item.least));
   if (fitted.isCut) warnings.add(row, Labels::tr("“%1”在标签上放不下，只印出一部分").arg(text));
   painter.setFont(fitted.font);
-  const QFontMetrics metrics(fitted.font);
   const int height = fitted.lineHeight * static_cast<int>(fitted.lines.size());
   int y = place.top() + std::max(0, (place.height() - height) / 2) + fitted.ascent;
-  for (const QString& line : fitted.lines) {
-    const int room = place.width() - metrics.horizontalAdvance(line);
+  for (qsizetype index = 0; index < fitted.lines.size(); ++index) {
+    const int room = place.width() - fitted.widths[static_cast<std::size_t>(index)];
     const int x = (item.alignment & Qt::AlignRight)     ? room
                   : (item.alignment & Qt::AlignHCenter) ? room / 2
                                                         : 0;
-    painter.drawText(place.left() + x, y, line);
+    painter.drawText(place.left() + x, y, fitted.lines[index]);
     y += fitted.lineHeight;
   }
 }

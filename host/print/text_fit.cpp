@@ -34,10 +34,15 @@ FittedText fitText(const QString& text, QSize room, QFont font, int largest, int
     fitted.lineHeight = size * 9 / 8;
     const int fits = std::max(1, room.height() / fitted.lineHeight);
     fitted.font = font;
-    fitted.lines = metrics.horizontalAdvance(text) <= room.width() ? QStringList{text}
-                                                                   : wrapped(text, font, room.width());
-    const bool widthFits = std::ranges::all_of(
-        fitted.lines, [&](const QString& line) { return metrics.horizontalAdvance(line) <= room.width(); });
+    // Measuring is what costs time here: a text that fits at once is measured once.
+    fitted.widths = {metrics.horizontalAdvance(text)};
+    fitted.lines = {text};
+    if (fitted.widths.front() > room.width()) {
+      fitted.lines = wrapped(text, font, room.width());
+      fitted.widths.clear();
+      for (const QString& line : fitted.lines) fitted.widths.push_back(metrics.horizontalAdvance(line));
+    }
+    const bool widthFits = std::ranges::max(fitted.widths) <= room.width();
     if (fitted.lines.size() <= fits && fitted.lineHeight <= room.height() && widthFits) return fitted;
     if (size > least) continue;
     fitted.isCut = fitted.lines.size() > fits;
@@ -45,6 +50,8 @@ FittedText fitText(const QString& text, QSize room, QFont font, int largest, int
       const QString rest = fitted.lines.mid(fits - 1).join(QString());
       fitted.lines = fitted.lines.mid(0, fits - 1);
       fitted.lines << metrics.elidedText(rest, Qt::ElideRight, room.width());
+      fitted.widths.resize(static_cast<std::size_t>(fits));
+      fitted.widths.back() = metrics.horizontalAdvance(fitted.lines.back());
     }
     return fitted;
   }

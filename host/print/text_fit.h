@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QSize>
 #include <QStringList>
+#include <vector>
 
 #include "host/export.h"
 
@@ -12,7 +13,8 @@ namespace goodsbook {
 struct FittedText {
   QFont font;
   QStringList lines;
-  int lineHeight = 0;  // from one base line to the next
+  std::vector<int> widths;  // of the lines, in pixels
+  int lineHeight = 0;       // from one base line to the next
   int ascent = 0;
   bool isCut = false;  // the last line ends in "…"
 };
