@@ -9,8 +9,9 @@
 using namespace Qt::StringLiterals;
 
 // Prints a line a figure: name, ours, floor, ratio, target, "ok" or "over", separated by tabs. The sample
-// databases are made on the first run and kept beside the program. usage: goodsbook_bench [products]
-// 1,000,000 unless told; exit status 0 also when a target is missed
+// databases are made on the first run and kept beside the program. usage: goodsbook_bench [products | import]
+// 1,000,000 unless told; "import" alone takes the figures of the import; exit status 0 also when a target is
+// missed
 namespace {
 
 std::string sampleFile(const QString& folder, int products) {
@@ -29,7 +30,8 @@ std::string sampleFile(const QString& folder, int products) {
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
-  const int products = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 1'000'000;
+  const bool importAlone = argc > 1 && QString::fromLocal8Bit(argv[1]) == "import"_L1;
+  const int products = argc > 1 && !importAlone ? QString::fromLocal8Bit(argv[1]).toInt() : 1'000'000;
   if (products <= 0) {
     std::fprintf(stderr, "usage: goodsbook_bench [products]\n");
     return 2;
@@ -38,7 +40,9 @@ int main(int argc, char** argv) {
   QDir().mkpath(folder);
 
   std::printf("work\tours\tfloor\tratio\ttarget\t\n");
-  int missed = goodsbook::benchmarks::listFigures(sampleFile(folder, products));
+  int missed = goodsbook::benchmarks::importFigures(folder.toStdString());
+  if (importAlone) return 0;
+  missed += goodsbook::benchmarks::listFigures(sampleFile(folder, products));
   missed += goodsbook::benchmarks::gridFigures(sampleFile(folder, products));
   missed += goodsbook::benchmarks::saveFigures(sampleFile(folder, std::min(products, 10'000)));
   missed += goodsbook::benchmarks::labelFigures();

@@ -28,6 +28,9 @@ int gridFigures(const std::string& databaseFile);
 // Labels with bar codes to a PDF.
 int labelFigures();
 
+// New products from the spreadsheets in a folder, through the dialog.
+int importFigures(const std::string& sheets);
+
 // What the product list sends for a user who may see costs, and for the filter's contains condition.
 std::string productList();
 std::string productListContaining(const std::string& text);

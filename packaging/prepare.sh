@@ -10,7 +10,7 @@ packages=(
   # data
   libsqlite3-dev sqlite3 unixodbc-dev libicu-dev libsodium-dev
   # sheets and bar codes
-  libfreexl-dev libzip-dev libxlsxwriter-dev libzint-dev
+  libzip-dev libxlsxwriter-dev libzint-dev
   # tests and benchmarks
   libgtest-dev libbenchmark-dev libzbar-dev poppler-utils
 )
