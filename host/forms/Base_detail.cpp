@@ -110,7 +110,8 @@ bool TFrm_Base_Detail::okAllowed() const {
 
 void TFrm_Base_Detail::btn_okClick() {
   CheckAll();
-  if (mode_ == "Edit"_L1) rowGuard_.confirmSave(*this, rowName(*this, listRows()));
+  if (mode_ == "Edit"_L1 && listRows().hasField(bodyParam(bodyparam::keyField)))
+    rowGuard_.confirmSave(*this, rowName(*this, listRows()));
   saveWithRow();
   saved_ = true;
   modified_ = false;
