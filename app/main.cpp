@@ -3,6 +3,7 @@
 #include "app/appearance.h"
 #include "app/commands/barcode_library_command.h"
 #include "app/commands/console.h"
+#include "app/commands/copy_command.h"
 #include "app/commands/drive_command.h"
 #include "app/commands/init_command.h"
 #include "app/commands/program_command.h"
@@ -24,6 +25,8 @@ QString usage() {
       "      goodsbook 命令 [选项]      （goodsbook 命令 --help 说明各命令的选项）\n"
       "\n"
       "  --database FILE      数据库文件；没有就新建\n"
+      "  --server ADDRESS     数据库服务器：Driver=…;Server=…;Port=…;Database=…\n"
+      "                       用户和密码：环境变量 GOODSBOOK_SERVER_USER、GOODSBOOK_SERVER_PASSWORD，没有就询问\n"
       "  --program-dir DIR    程序目录：标签、设置、条码库等文件放在这里\n"
       "  --user ID            登录用户\n"
       "  --version            版本\n"
@@ -34,6 +37,7 @@ QString usage() {
       "  tour      打开每个窗口，各存一张图片\n"
       "  sql       执行一批 T-SQL\n"
       "  schema    显示建表语句\n"
+      "  copy      把全部数据复制到另一个空数据库(文件或服务器)\n"
       "  init      新建一个数据库，可带样例数据\n"
       "  barcode-library  由 CSV 文件建立离线条码库，或查一个条码\n");
 }
@@ -42,6 +46,7 @@ using Command = int (*)(const QStringList&);
 
 Command consoleCommand(const QByteArray& name) {
   if (name == "sql") return goodsbook::runSqlCommand;
+  if (name == "copy") return goodsbook::runCopyCommand;
   if (name == "schema") return goodsbook::runSchemaCommand;
   if (name == "barcode-library") return goodsbook::runBarcodeLibraryCommand;
   return nullptr;

@@ -43,6 +43,16 @@ void loadSettings(Database& database) {
   nameWarehouse(database);
 }
 
+std::unique_ptr<Database> openDatabase(const QString& database, Desktop& desktop, const ServerLogin& login) {
+  if (!ServerAddress::isAddress(database)) {
+    return openEmbeddedDatabase(database, {.clock = [&desktop] { return desktop.now(); }});
+  }
+  auto server = openServerDatabase(ServerAddress::parse(database), login);
+  const ServerCheck checked = checkSchema(*server);
+  if (checked.problem != ServerProblem::None) throw StartError(checked.text);
+  return server;
+}
+
 }  // namespace
 
 QString defaultProgramDir() {
@@ -54,15 +64,14 @@ QString defaultDatabase(const QString& programDir) {
 }
 
 std::unique_ptr<Session> openSession(const QString& database, const QString& programDir,
-                                     std::unique_ptr<Desktop> desktop) {
+                                     std::unique_ptr<Desktop> desktop, const ServerLogin& login) {
   if (!QDir().mkpath(programDir)) throw StartError(Texts::tr("不能建立程序目录 %1").arg(programDir));
-  Desktop* clock = desktop.get();
-  EmbeddedOptions options;
-  options.clock = [clock] { return clock->now(); };
   try {
-    return std::make_unique<Session>(openEmbeddedDatabase(database, std::move(options)), std::move(desktop),
+    auto opened = openDatabase(database, *desktop, login);
+    return std::make_unique<Session>(std::move(opened), std::move(desktop),
                                      QFileInfo(programDir).absoluteFilePath());
   } catch (const EDatabaseError& error) {
+    if (ServerAddress::isAddress(database)) throw StartError(error.text);
     throw StartError(Texts::tr("不能打开数据库 %1：%2").arg(database, error.text));
   }
 }

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/data/server_database.h"
 #include "host/session.h"
 
 // Starting to work on a database: what the program, `drive` and `tour` have in common.
@@ -26,10 +27,12 @@ class StartError : public std::runtime_error {
 QString defaultProgramDir();
 QString defaultDatabase(const QString& programDir);
 
-// Opens the database, creating a missing file, for work with this desktop in this folder (created when
-// missing). GETDATE() follows the desktop's clock. StartError when one of them cannot be used.
+// Opens the database, a file (created when missing) or a server's address, for work with this desktop in this
+// folder (created when missing). A file's GETDATE() follows the desktop's clock, a server has its own.
+// StartError when one of them cannot be used.
 std::unique_ptr<Session> openSession(const QString& database, const QString& programDir,
-                                     std::unique_ptr<Desktop> desktop);
+                                     std::unique_ptr<Desktop> desktop,
+                                     const ServerLogin& login = serverLoginFromEnvironment());
 
 // Makes `user` the one who works: checks the password, sets the globals of the host from the company's
 // settings. StartError for an unknown or inactive user and for a wrong password.

@@ -46,6 +46,7 @@ int main(int argc, char** argv) {
   missed += goodsbook::benchmarks::gridFigures(sampleFile(folder, products));
   missed += goodsbook::benchmarks::saveFigures(sampleFile(folder, std::min(products, 10'000)));
   missed += goodsbook::benchmarks::labelFigures();
+  missed += goodsbook::benchmarks::serverFigures(std::min(products, 100'000));
   if (missed > 0) std::fprintf(stderr, "%d figures are over their target\n", missed);
   return 0;
 }

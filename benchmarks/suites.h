@@ -31,6 +31,10 @@ int labelFigures();
 // New products from the spreadsheets in a folder, through the dialog.
 int importFigures(const std::string& sheets);
 
+// A list of that many products on a server, through ODBC. Left out, with a word why, where no server can be
+// started.
+int serverFigures(int products);
+
 // What the product list sends for a user who may see costs, and for the filter's contains condition.
 std::string productList();
 std::string productListContaining(const std::string& text);

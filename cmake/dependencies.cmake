@@ -1,4 +1,4 @@
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets PrintSupport Svg LinguistTools Test)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Network PrintSupport Svg LinguistTools Test)
 set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTORCC ON)
 # Connects without a context object and silent ASCII casts are where Qt programs go wrong.
@@ -6,6 +6,7 @@ add_compile_definitions(QT_NO_CAST_FROM_BYTEARRAY QT_NO_URL_CAST_FROM_STRING QT_
                         QT_NO_FOREACH)
 
 find_package(SQLite3 REQUIRED)
+find_package(ODBC REQUIRED)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(SODIUM REQUIRED IMPORTED_TARGET libsodium)
 pkg_check_modules(ICU REQUIRED IMPORTED_TARGET icu-i18n icu-uc)

@@ -8,11 +8,11 @@ packages=(
   qt6-base-dev qt6-svg-dev libqt6svg6 qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools qt6-translations-l10n libgl-dev
   breeze-icon-theme fonts-noto-cjk
   # data
-  libsqlite3-dev sqlite3 unixodbc-dev libicu-dev libsodium-dev
+  libsqlite3-dev sqlite3 unixodbc-dev tdsodbc libicu-dev libsodium-dev
   # sheets and bar codes
   libzip-dev libxlsxwriter-dev libzint-dev
   # tests and benchmarks
-  libgtest-dev libbenchmark-dev libzbar-dev poppler-utils
+  libgtest-dev libbenchmark-dev libzbar-dev poppler-utils postgresql odbc-postgresql
 )
 
 # Installs the packages that are missing, as root or through sudo; where neither is possible it names them and ends.

@@ -46,6 +46,7 @@ create table SYS_NOID (
   primary key (MODULE, PREFIX, SERIAL_LENGTH)
 )
 go
+-- TOKEN names a save for good, so that one whose answer was lost can be looked up; null where none could be lost.
 create table SYS_AUDIT (
   AUDIT_ID int identity(1,1) not null primary key,
   AUDIT_TIME datetime not null,
@@ -53,10 +54,12 @@ create table SYS_AUDIT (
   MODULE nvarchar(10),
   KEY_VALUE nvarchar(100),
   OPERATION nvarchar(20),
-  STATEMENT nvarchar(max)
+  STATEMENT nvarchar(max),
+  TOKEN nvarchar(36)
 )
 create index IX_SYS_AUDIT_TIME on SYS_AUDIT (AUDIT_TIME)
 create index IX_SYS_AUDIT_KEY on SYS_AUDIT (MODULE, KEY_VALUE)
+create index IX_SYS_AUDIT_TOKEN on SYS_AUDIT (TOKEN)
 go
 -- Settings of the company, named as the program names them: GPARAM0, G_CHKCK, …
 create table SYS_SETTING (
@@ -91,5 +94,5 @@ create table SYS_VERSION (
 )
 go
 insert into SYS_USER (USER_ID, USER_NAME, T) values (N'ADMIN', N'系统管理员', 1)
-insert into SYS_VERSION (VERSION) values (2)
+insert into SYS_VERSION (VERSION) values (3)
 go

@@ -6,6 +6,7 @@
 
 #include "app/appearance.h"
 #include "app/commands/console.h"
+#include "app/commands/database_choice.h"
 #include "app/main_window/main_window.h"
 #include "app/master_data.h"
 #include "app/real_desktop.h"
@@ -15,6 +16,7 @@
 #include "app/start.h"
 #include "app/starting_set.h"
 #include "host/U_glo.h"
+#include "host/data/errors.h"
 #include "host/forms/Base.h"
 #include "host/session.h"
 
@@ -40,14 +42,21 @@ std::unique_ptr<Session> logIn(const QString& programDir, const QString& databas
 
 int runProgram(const QStringList& arguments) {
   QCommandLineParser parser;
-  const QCommandLineOption database(u"database"_s, {}, u"FILE"_s);
+  const DatabaseChoice choice(parser, {});
   const QCommandLineOption programDir(u"program-dir"_s, {}, u"DIR"_s);
   const QCommandLineOption user(u"user"_s, {}, u"ID"_s);
-  parser.addOptions({database, programDir, user});
+  parser.addOptions({programDir, user});
   if (const auto status = readArguments(parser, arguments)) return *status;
   const QString folder = parser.isSet(programDir) ? parser.value(programDir) : defaultProgramDir();
   setColours(programSettings(folder)->value("Appearance/colours"_L1).toString());
-  const auto session = logIn(folder, parser.value(database), parser.value(user));
+  QString database;
+  try {
+    database = choice.chosen();
+  } catch (const EDatabaseError& error) {
+    printError(error.text);
+    return unusableArguments;
+  }
+  const auto session = logIn(folder, database, parser.value(user));
   if (!session) return 0;
   PasswordDialog::askOnFirstStart(session->database(), nullptr);
   if (G_UserId == "ADMIN"_L1) guarded(nullptr, [&] { offerStartingSet(session->database()); });

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 
 #include "app/commands/console.h"
+#include "schema/role.h"
 #include "schema/schema.h"
 
 using namespace Qt::StringLiterals;
@@ -20,9 +21,14 @@ int runSchemaCommand(const QStringList& arguments) {
   QCommandLineParser parser;
   parser.setApplicationDescription(Texts::tr("输出建立数据库的 T-SQL 脚本"));
   const QCommandLineOption from(u"from"_s, Texts::tr("只输出由该版本升级到当前版本的步骤"), u"VERSION"_s);
-  parser.addOption(from);
+  const QCommandLineOption role(u"role"_s, Texts::tr("输出服务器上程序所用角色的脚本，只有必需的权限"));
+  parser.addOptions({from, role});
   if (const auto status = readArguments(parser, arguments)) return *status;
 
+  if (parser.isSet(role)) {
+    printLine(QString::fromStdString(schema::roleScript()));
+    return commandDone;
+  }
   if (!parser.isSet(from)) {
     printLine(QString::fromUtf8(schema::script()));
     return commandDone;

@@ -6,6 +6,7 @@
 #include <QJsonDocument>
 
 #include "app/commands/console.h"
+#include "app/commands/database_choice.h"
 #include "host/data/database.h"
 #include "host/data/sql_json.h"
 #include "host/data/value_text.h"
@@ -122,20 +123,20 @@ QByteArray standardInput() {
 int runSqlCommand(const QStringList& arguments) {
   QCommandLineParser parser;
   parser.setApplicationDescription(Texts::tr("在数据库上执行 T-SQL"));
-  const QCommandLineOption file(u"database"_s, Texts::tr("数据库文件"), u"FILE"_s);
+  const DatabaseChoice choice(parser, Texts::tr("数据库文件"));
   const QCommandLineOption create(u"create"_s, Texts::tr("文件不存在时建立"));
   const QCommandLineOption json(u"json"_s, Texts::tr("以 JSON 输出"));
-  parser.addOptions({file, create, json});
+  parser.addOptions({create, json});
   parser.addPositionalArgument(u"TEXT"_s, Texts::tr("语句；省略时从标准输入读取"), u"[TEXT]"_s);
   if (const auto status = readArguments(parser, arguments)) return *status;
   const QStringList texts = parser.positionalArguments();
-  if (!parser.isSet(file) || texts.size() > 1) {
-    printError(parser.helpText());
-    return unusableArguments;
-  }
-
   try {
-    const auto database = openEmbeddedDatabase(parser.value(file), {.create = parser.isSet(create)});
+    const QString chosen = choice.chosen();
+    if (chosen.isEmpty() || texts.size() > 1) {
+      printError(parser.helpText());
+      return unusableArguments;
+    }
+    const auto database = openChosen(chosen, parser.isSet(create));
     const QByteArray text = texts.isEmpty() ? standardInput() : texts.first().toUtf8();
     return parser.isSet(json) ? printAsJson(*database, text) : printAsText(*database, text);
   } catch (const EDatabaseError& error) {

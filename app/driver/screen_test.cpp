@@ -9,6 +9,7 @@
 #include "app/driver/client.h"
 #include "app/driver/drive_desktop.h"
 #include "app/driver/driver.h"
+#include "app/driver/test_server.h"
 #include "app/master_data.h"
 #include "host/U_glo.h"
 #include "host/data/database.h"
@@ -39,10 +40,12 @@ QString emptyShop() {
 
 class ScreenTest::Stage {
  public:
-  Stage(const QString& database, const QString& folder)
+  using Opener = std::function<std::unique_ptr<Database>(std::function<QDateTime()> clock)>;
+
+  Stage(const Opener& open, const QString& folder)
       : desktop_(new DriveDesktop(QDateTime(QDate(2026, 11, 20), QTime(10, 11, 12)))),
-        session_(openEmbeddedDatabase(database, {.clock = [this] { return desktop_->now(); }}),
-                 std::unique_ptr<Desktop>(desktop_), folder),
+        session_(open([desktop = desktop_] { return desktop->now(); }), std::unique_ptr<Desktop>(desktop_),
+                 folder),
         driver(*desktop_, masterData_, &owner_) {
     resetGlobals();
     setGlobal(u"G_UserId"_s, u"ADMIN"_s);
@@ -66,9 +69,20 @@ ScreenTest::~ScreenTest() = default;
 
 void ScreenTest::SetUp() {
   ASSERT_TRUE(folder_.isValid());
+  if (TestServer::isGiven()) {
+    onGui([&] {
+      TestServer& server = TestServer::shared();
+      server.beginShop(template_);
+      stage_ = new Stage([&](auto clock) { return server.open(std::move(clock)); }, folder_.path());
+    });
+    return;
+  }
   const QString file = folder_.filePath(u"test.db"_s);
   ASSERT_TRUE(QFile::copy(template_.isEmpty() ? emptyShop() : template_, file)) << template_.toStdString();
-  onGui([&] { stage_ = new Stage(file, folder_.path()); });
+  onGui([&] {
+    stage_ = new Stage([&](auto clock) { return openEmbeddedDatabase(file, {.clock = std::move(clock)}); },
+                       folder_.path());
+  });
 }
 
 void ScreenTest::TearDown() {

@@ -19,8 +19,9 @@ void PrintTo(const QString& text, std::ostream* out);  // in messages of failing
 namespace goodsbook {
 
 // Base of tests that drive real screens: a fresh session over an embedded database of its own in a temporary
-// folder, user ADMIN signed in, the plug-in loaded, the clock at 2026-11-20 10:11:12. Tests run in a thread
-// of their own and talk to the screens as a script does; what touches widgets directly goes through onGui().
+// folder (or over a real server's, where GOODSBOOK_TEST_SERVER names one), user ADMIN signed in, the plug-in
+// loaded, the clock at 2026-11-20 10:11:12. Tests run in a thread of their own and talk to the screens as a
+// script does; what touches widgets directly goes through onGui().
 //
 // At the end of a test every window is closed; answers and files that nobody asked for, and questions that
 // found no answer, make it fail.

@@ -14,6 +14,7 @@
 #include <QToolButton>
 
 #include "app/settings.h"
+#include "app/sign_in/server_dialog.h"
 #include "app/sign_in/users.h"
 #include "app/start.h"
 #include "host/data/errors.h"
@@ -30,6 +31,7 @@ LogInWindow::LogInWindow(QString programDir, DesktopMaker makeDesktop, QWidget* 
     : QDialog(parent),
       programDir_(std::move(programDir)),
       makeDesktop_(std::move(makeDesktop)),
+      serverLogin_(serverLoginFromEnvironment()),
       database_(new QComboBox(this)),
       user_(new QComboBox(this)),
       password_(new QLineEdit(this)),
@@ -65,9 +67,15 @@ void LogInWindow::build() {
   choose->setText(tr("选择…"));
   choose->setToolTip(tr("选择另一个数据库文件，或输入新文件名建立一个新的"));
   connect(choose, &QToolButton::clicked, this, &LogInWindow::browse);
+  auto* server = new QToolButton(this);
+  server->setObjectName(u"Server"_s);
+  server->setText(tr("服务器…"));
+  server->setToolTip(tr("使用数据库服务器上的数据库"));
+  connect(server, &QToolButton::clicked, this, &LogInWindow::chooseServer);
   auto* databaseRow = new QHBoxLayout;
   databaseRow->addWidget(database_, 1);
   databaseRow->addWidget(choose);
+  databaseRow->addWidget(server);
 
   auto* cancel = new QPushButton(tr("退出"), this);
   cancel->setObjectName(u"btn_Cancel"_s);
@@ -113,7 +121,10 @@ void LogInWindow::chooseDatabase(const QString& database) {
   session_.reset();
   problem_->hide();
   try {
-    session_ = openSession(database, programDir_, makeDesktop_());
+    if (ServerAddress::isAddress(database) && serverLogin_.user.isEmpty()) {
+      throw StartError(tr("请点“服务器…”输入服务器的用户和密码"));
+    }
+    session_ = openSession(database, programDir_, makeDesktop_(), serverLogin_);
     listUsers();
   } catch (const StartError& error) {
     showProblem(error.text());
@@ -145,6 +156,27 @@ void LogInWindow::browse() {
       this, tr("数据库文件"), QFileInfo(database_->currentText()).path(), tr("数据库 (*.db);;所有文件 (*)"),
       nullptr, QFileDialog::DontConfirmOverwrite);
   if (!path.isEmpty()) chooseDatabase(path);
+}
+
+void LogInWindow::chooseServer() {
+  const auto settings = programSettings(programDir_);
+  ServerAddress known;
+  try {
+    if (ServerAddress::isAddress(database_->currentText()))
+      known = ServerAddress::parse(database_->currentText());
+  } catch (const EDatabaseError&) {
+    known = {};  // the settings file was written by hand
+  }
+  ServerLogin login = serverLogin_;
+  if (login.user.isEmpty()) login.user = settings->value("LogIn/serverUser"_L1).toString();
+  ServerDialog dialog(known, login, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  serverLogin_ = dialog.login();
+  try {
+    chooseDatabase(dialog.address().text());
+  } catch (const EDatabaseError& error) {
+    showProblem(error.text);
+  }
 }
 
 bool LogInWindow::trySigningIn() {
@@ -181,6 +213,10 @@ void LogInWindow::remember() {
   databases.removeAll(database_->currentText());
   databases.prepend(database_->currentText());
   settings->setValue("LogIn/databases"_L1, QStringList(databases.mid(0, rememberedDatabases)));
+  // Never its password.
+  if (ServerAddress::isAddress(database_->currentText())) {
+    settings->setValue("LogIn/serverUser"_L1, serverLogin_.user);
+  }
   settings->setValue("LogIn/user"_L1, user_->currentData().toString());
 }
 

@@ -4,6 +4,8 @@
 #include <functional>
 #include <memory>
 
+#include "host/data/odbc/server_address.h"
+
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -26,6 +28,7 @@ class LogInWindow : public QDialog {
   ~LogInWindow() override;
 
   // Offers this database and lists its users; what is wrong with it is shown in the window.
+  // A server is tried only when it is known who the program is towards it.
   void chooseDatabase(const QString& database);
   void chooseUser(const QString& id);
 
@@ -38,6 +41,7 @@ class LogInWindow : public QDialog {
  private:
   void build();
   void browse();
+  void chooseServer();
   void listUsers();
   void logIn();
   void showProblem(const QString& text);
@@ -45,6 +49,7 @@ class LogInWindow : public QDialog {
 
   QString programDir_;
   DesktopMaker makeDesktop_;
+  ServerLogin serverLogin_;
   std::unique_ptr<Session> session_;
   QComboBox* database_;
   QComboBox* user_;

@@ -21,13 +21,6 @@ struct Texts {
   Q_DECLARE_TR_FUNCTIONS(U_dataop)
 };
 
-// A batch whose answers nobody asked for.
-class NoSink : public engine::ResultSink {
- public:
-  void beginSet(std::span<const engine::Column>) override {}
-  void row(const engine::Row&) override {}
-};
-
 class LoadSink : public engine::ResultSink {
  public:
   explicit LoadSink(RecordSet& rows) : rows_(rows) {}
@@ -62,15 +55,6 @@ void loadPage(Database& database, RecordSet& rows, const QString& select, int pa
   for (qint64 skip = qint64{pageSize} * (pageNo - 1); skip > 0 && more; --skip) more = cursor->next();
   for (int i = 0; i < pageSize && more && cursor->next(); ++i) rows.appendLoaded(cursor->row());
   rows.endLoad();
-}
-
-QString auditLine(const QString& moduleCode, const QString& keyValue, const QString& operation,
-                  const QString& sql) {
-  constexpr int userWidth = 10, moduleWidth = 10, keyWidth = 100, operationWidth = 20;
-  return u"insert into SYS_AUDIT (AUDIT_TIME,USER_ID,MODULE,KEY_VALUE,OPERATION,STATEMENT) values (GETDATE(),"_s +
-         textLiteral(G_UserId.left(userWidth)) + u',' + textLiteral(moduleCode.left(moduleWidth)) + u',' +
-         textLiteral(keyValue.left(keyWidth)) + u',' + textLiteral(operation.left(operationWidth)) + u',' +
-         textLiteral(sql) + u')';
 }
 
 [[noreturn]] void refuseRow(RecordSet& rows, int row, const QString& text) {
@@ -131,12 +115,7 @@ QString ExecSql(const QString& moduleCode, const QString& keyValue, const QStrin
                 const QString& sql, unsigned short /*limit*/, bool /*flag1*/, bool /*flag2*/, bool /*flag3*/,
                 bool /*flag4*/) {
   return recorded({u"ExecSql"_s, moduleCode, keyValue, operation, sql, {}}, [&](Session& session) {
-    Database& database = session.database();
-    NoSink sink;
-    Transaction transaction(database);
-    database.execute(sql, sink);
-    database.execute(auditLine(moduleCode, keyValue, operation, sql), sink);
-    transaction.commit();
+    session.database().save(sql, {G_UserId, moduleCode, keyValue, operation});
     return std::pair(u"Y"_s, u"Y"_s);
   });
 }

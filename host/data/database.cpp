@@ -1,8 +1,26 @@
 #include "host/data/database.h"
 
 namespace goodsbook {
+namespace {
+
+// A batch whose answers nobody asked for.
+class NoSink : public engine::ResultSink {
+ public:
+  void beginSet(std::span<const engine::Column>) override {}
+  void row(const engine::Row&) override {}
+};
+
+}  // namespace
 
 Database::~Database() = default;
+
+void Database::save(const QString& batch, const AuditLine& line) {
+  NoSink sink;
+  Transaction transaction(*this);
+  execute(batch, sink);
+  execute(auditStatement(line, batch, {}), sink);
+  transaction.commit();
+}
 
 Transaction::Transaction(Database& database) : database_(database) {
   database_.begin();

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "engine/row.h"
+#include "host/data/audit_line.h"
 #include "host/export.h"
 
 namespace goodsbook {
@@ -33,6 +34,10 @@ class GOODSBOOKHOST_EXPORT Database {
   virtual void commit() = 0;
   virtual void rollback() = 0;
   virtual bool inTransaction() const = 0;
+
+  // Runs a batch together with its line in the audit table, in a transaction of its own. Whatever becomes of
+  // the connection meanwhile, the batch is never saved twice.
+  virtual void save(const QString& batch, const AuditLine& line);
 
   // Stores bytes into one cell: table.field of the row whose keyField equals keyValue. In the open
   // transaction or its own. Returns the number of rows written.

@@ -6,6 +6,7 @@
 
 #include "host/data/database.h"
 #include "host/data/errors.h"
+#include "host/data/retry.h"
 #include "host/data/sql_sets.h"
 #include "host/data/statement_text.h"
 
@@ -84,10 +85,8 @@ const KeyOfModule* keyOf(const QString& moduleCode) {
   return nullptr;
 }
 
-}  // namespace
-
-QString drawNumber(Database& database, const QString& moduleCode, const QString& prefix, int serialLength,
-                   const QDateTime& now) {
+QString drawOnce(Database& database, const QString& moduleCode, const QString& prefix, int serialLength,
+                 const QDateTime& now) {
   const int digits = std::min(serialLength, mostSerialDigits);
   Transaction transaction(database);
   const QString line = u" where MODULE=%1 and PREFIX=%2 and SERIAL_LENGTH=%3"_s.arg(
@@ -119,6 +118,24 @@ QString drawNumber(Database& database, const QString& moduleCode, const QString&
     runSql(database, u"update SYS_NOID set LAST_NO=%1"_s.arg(serial) + line, Database::Permission::Screens);
   }
   transaction.commit();
+  return number;
+}
+
+}  // namespace
+
+QString drawNumber(Database& database, const QString& moduleCode, const QString& prefix, int serialLength,
+                   const QDateTime& now) {
+  QString number;
+  retried([&] {
+    try {
+      number = drawOnce(database, moduleCode, prefix, serialLength, now);
+    } catch (const EDatabaseError& error) {
+      // Two programs drew the very first number of a line: the other one has made the line.
+      constexpr int duplicateKey = 2627;
+      if (error.number != duplicateKey) throw;
+      number = drawOnce(database, moduleCode, prefix, serialLength, now);
+    }
+  });
   return number;
 }
 

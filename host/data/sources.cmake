@@ -1,7 +1,26 @@
 # Sources of host/data.
 target_sources(goodsbookhost PRIVATE
   data/errors.cpp data/errors.h
+  data/audit_line.cpp data/audit_line.h
+  data/copy/database_copy.cpp data/copy/database_copy.h
+  data/copy/row_literals.cpp data/copy/row_literals.h
   data/database.cpp data/database.h
+  data/retry.h
+  data/server_check.cpp data/server_database.h
+  data/odbc/blob_update.cpp data/odbc/blob_update.h
+  data/odbc/connect_problem.cpp data/odbc/connect_problem.h
+  data/odbc/connection_lost.h
+  data/odbc/connection_text.cpp data/odbc/connection_text.h
+  data/odbc/dialect.cpp data/odbc/dialect.h
+  data/odbc/installed_drivers.cpp
+  data/odbc/odbc_connection.cpp data/odbc/odbc_connection.h
+  data/odbc/odbc_database.cpp data/odbc/odbc_database.h
+  data/odbc/odbc_handle.cpp data/odbc/odbc_handle.h
+  data/odbc/odbc_messages.cpp data/odbc/odbc_messages.h
+  data/odbc/odbc_pool.cpp data/odbc/odbc_pool.h
+  data/odbc/row_block.cpp data/odbc/row_block.h
+  data/odbc/server_address.cpp data/odbc/server_address.h
+  data/odbc/wide_text.cpp data/odbc/wide_text.h
   data/field.h
   data/value_text.cpp data/value_text.h
   data/engine_errors.h

@@ -1,0 +1,164 @@
+#include "app/sign_in/server_dialog.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QIntValidator>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <algorithm>
+
+#include "host/data/errors.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+namespace {
+
+constexpr int testSeconds = 10;
+
+// Words that have an edit of their own.
+bool hasEdit(const QString& key) {
+  static const QStringList known = {u"Driver"_s, u"Server"_s, u"Port"_s, u"Database"_s};
+  return known.contains(key, Qt::CaseInsensitive);
+}
+
+QString otherWords(const ServerAddress& address) {
+  QStringList words;
+  for (const auto& [key, value] : address.words()) {
+    if (!hasEdit(key)) words << key + u'=' + value;
+  }
+  return words.join(u';');
+}
+
+// The installed driver that most likely leads to a server of this kind.
+QString likelyDriver(const QStringList& installed) {
+  for (const auto* part : {u"SQL Server", u"FreeTDS"}) {
+    for (const QString& driver : installed) {
+      if (driver.contains(QString::fromUtf16(part), Qt::CaseInsensitive)) return driver;
+    }
+  }
+  return u"FreeTDS"_s;
+}
+
+}  // namespace
+
+ServerDialog::ServerDialog(const ServerAddress& address, const ServerLogin& login, QWidget* parent)
+    : QDialog(parent),
+      driver_(new QComboBox(this)),
+      server_(new QLineEdit(address.server(), this)),
+      port_(new QLineEdit(address.port() > 0 ? QString::number(address.port()) : u"1433"_s, this)),
+      database_(new QLineEdit(address.database().isEmpty() ? u"goodsbook"_s : address.database(), this)),
+      options_(new QLineEdit(otherWords(address), this)),
+      user_(new QLineEdit(login.user, this)),
+      password_(new QLineEdit(login.password, this)),
+      result_(new QLabel(this)),
+      test_(new QPushButton(tr("测试连接(&T)"), this)),
+      ok_(new QPushButton(tr("确定"), this)) {
+  setWindowTitle(tr("数据库服务器"));
+  const QStringList installed = installedDrivers();
+  driver_->setEditable(true);
+  driver_->addItems(installed);
+  driver_->setCurrentText(address.driver().isEmpty() ? likelyDriver(installed) : address.driver());
+  build();
+  for (QLineEdit* edit : {server_, port_, database_}) {
+    connect(edit, &QLineEdit::textChanged, this, &ServerDialog::updateButtons);
+  }
+  connect(test_, &QPushButton::clicked, this, &ServerDialog::test);
+  connect(ok_, &QPushButton::clicked, this, &QDialog::accept);
+  updateButtons();
+  (server_->text().isEmpty() ? server_ : user_->text().isEmpty() ? user_ : password_)->setFocus();
+}
+
+void ServerDialog::build() {
+  driver_->setObjectName(u"Driver"_s);
+  server_->setObjectName(u"Server"_s);
+  port_->setObjectName(u"Port"_s);
+  database_->setObjectName(u"DatabaseName"_s);
+  options_->setObjectName(u"Options"_s);
+  user_->setObjectName(u"ServerUser"_s);
+  password_->setObjectName(u"ServerPassword"_s);
+  result_->setObjectName(u"TestResult"_s);
+  test_->setObjectName(u"btn_test"_s);
+  ok_->setObjectName(u"btn_ok"_s);
+  port_->setValidator(new QIntValidator(1, 65535, port_));
+  password_->setEchoMode(QLineEdit::Password);
+  server_->setPlaceholderText(tr("名称或地址，如 192.168.0.5"));
+  options_->setPlaceholderText(tr("一般不填，如 TrustServerCertificate=yes"));
+  password_->setToolTip(tr("只在本次运行中使用，不保存"));
+  result_->setWordWrap(true);
+  result_->setMinimumHeight(result_->fontMetrics().lineSpacing() * 2);
+  result_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  ok_->setDefault(true);
+  server_->setMinimumWidth(320);
+
+  auto* form = new QFormLayout;
+  form->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  form->addRow(tr("驱动程序(&R)"), driver_);
+  form->addRow(tr("服务器(&S)"), server_);
+  form->addRow(tr("端口(&O)"), port_);
+  form->addRow(tr("数据库(&D)"), database_);
+  form->addRow(tr("其他选项(&E)"), options_);
+  form->addRow(tr("服务器用户(&U)"), user_);
+  form->addRow(tr("服务器密码(&P)"), password_);
+
+  auto* cancel = new QPushButton(tr("取消"), this);
+  cancel->setObjectName(u"btn_Cancel"_s);
+  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+  test_->setAutoDefault(false);
+  cancel->setAutoDefault(false);
+  auto* buttons = new QHBoxLayout;
+  buttons->addWidget(test_);
+  buttons->addStretch(1);
+  buttons->addWidget(ok_);
+  buttons->addWidget(cancel);
+
+  auto* all = new QVBoxLayout(this);
+  all->setContentsMargins(24, 20, 24, 20);
+  all->setSpacing(14);
+  all->addLayout(form);
+  all->addWidget(result_);
+  all->addLayout(buttons);
+}
+
+ServerAddress ServerDialog::address() const {
+  QString text = u"Driver={%1};Server={%2};Port=%3;Database={%4}"_s.arg(
+      driver_->currentText().trimmed(), server_->text().trimmed(), port_->text(),
+      database_->text().trimmed());
+  if (!options_->text().trimmed().isEmpty()) text += u';' + options_->text().trimmed();
+  return ServerAddress::parse(text);
+}
+
+ServerLogin ServerDialog::login() const {
+  return {user_->text().trimmed(), password_->text()};
+}
+
+void ServerDialog::updateButtons() {
+  const bool complete = !server_->text().trimmed().isEmpty() && port_->hasAcceptableInput() &&
+                        !database_->text().trimmed().isEmpty();
+  test_->setEnabled(complete);
+  ok_->setEnabled(complete);
+}
+
+void ServerDialog::test() {
+  result_->clear();
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  ServerCheck checked;
+  try {
+    checked = checkServer(address(), login(), {.connectSeconds = testSeconds});
+  } catch (const EDatabaseError& error) {
+    checked = {ServerProblem::Other, error.text};
+  }
+  QApplication::restoreOverrideCursor();
+  tell(checked);
+}
+
+void ServerDialog::tell(const ServerCheck& checked) {
+  const bool well = checked.problem == ServerProblem::None;
+  result_->setStyleSheet(well ? u"color: #1e8449"_s : u"color: #c0392b"_s);
+  result_->setText(checked.text);
+}
+
+}  // namespace goodsbook

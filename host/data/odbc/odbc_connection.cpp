@@ -1,0 +1,173 @@
+#include "host/data/odbc/odbc_connection.h"
+
+#include <QCoreApplication>
+#include <array>
+
+#include "host/data/odbc/connect_problem.h"
+#include "host/data/odbc/connection_lost.h"
+#include "host/data/odbc/connection_text.h"
+#include "host/data/odbc/odbc_messages.h"
+#include "host/data/odbc/row_block.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+namespace {
+
+constexpr int timeOutNumber = -2;
+
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(OdbcConnection)
+};
+
+class NoSink : public engine::ResultSink {
+ public:
+  void beginSet(std::span<const engine::Column>) override {}
+  void row(const engine::Row&) override {}
+};
+
+QString productName(const OdbcHandle& connection) {
+  std::array<SQLWCHAR, 128> name{};
+  SQLSMALLINT length = 0;
+  const SQLRETURN code = SQLGetInfoW(connection.get(), SQL_DBMS_NAME, name.data(),
+                                     static_cast<SQLSMALLINT>(sizeof(name)), &length);
+  return SQL_SUCCEEDED(code) ? QString::fromUtf16(reinterpret_cast<const char16_t*>(name.data())) : QString();
+}
+
+// The manager's own word that a call came out of turn.
+bool isOutOfTurn(const OdbcHandle& handle) {
+  const auto messages = messagesOf(handle);
+  return !messages.empty() && messages.front().state == "HY010"_L1;
+}
+
+}  // namespace
+
+OdbcConnection::OdbcConnection(const ServerTarget& target)
+    : name_(target.address.displayName()),
+      statementSeconds_(target.options.statementSeconds),
+      environment_(OdbcHandle::environment()),
+      connection_(SQL_HANDLE_DBC, environment_) {
+  connect(target);
+  dialect_ = Dialect::ofServer(productName(connection_));
+  for (const QString& wish : dialect_->wishes()) {
+    try {
+      run(wish);
+    } catch (const EConnectionLost&) {
+      throw;
+    } catch (const EDatabaseError&) {
+      continue;  // a server without that language answers in its own
+    }
+  }
+  for (const QString& setting : dialect_->settings(target.options.lockMilliseconds)) run(setting);
+}
+
+OdbcConnection::~OdbcConnection() {
+  if (connected_) SQLDisconnect(connection_.get());
+}
+
+void OdbcConnection::connect(const ServerTarget& target) {
+  SQLSetConnectAttr(connection_.get(), SQL_ATTR_LOGIN_TIMEOUT,
+                    attribute(static_cast<SQLULEN>(target.options.connectSeconds)), 0);
+  const QString text = connectionText(target.address, target.login);
+  std::array<SQLWCHAR, 1024> completed{};
+  SQLSMALLINT length = 0;
+  const SQLRETURN code =
+      SQLDriverConnectW(connection_.get(), nullptr, wide(text), SQL_NTS, completed.data(),
+                        static_cast<SQLSMALLINT>(completed.size()), &length, SQL_DRIVER_NOPROMPT);
+  connected_ = SQL_SUCCEEDED(code);
+  if (!connected_) throw connectError(messagesOf(connection_), target);
+}
+
+void OdbcConnection::check(SQLRETURN code, const OdbcHandle& handle) {
+  if (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA) fail(handle);
+}
+
+void OdbcConnection::fail(const OdbcHandle& handle) {
+  const OdbcMessage message = firstError(messagesOf(handle));
+  SQLUINTEGER dead = SQL_CD_FALSE;
+  const SQLRETURN known = SQLGetConnectAttr(connection_.get(), SQL_ATTR_CONNECTION_DEAD, &dead, 0, nullptr);
+  if (message.tellsLostConnection() || (SQL_SUCCEEDED(known) && dead == SQL_CD_TRUE)) {
+    lost_ = true;
+    throw EConnectionLost(
+        Texts::tr("与服务器 %1 的连接断开了，这一步没有完成。再做一次时程序会重新连接。").arg(name_));
+  }
+  if (message.number == timeOutNumber) {
+    throw EDatabaseError(
+        timeOutNumber, 16, 1, 1,
+        Texts::tr("服务器 %1 在 %2 秒内没有做完，这一步已取消").arg(name_).arg(statementSeconds_));
+  }
+  throw message.toError();
+}
+
+OdbcConnection::Statement::Statement(OdbcConnection& connection)
+    : connection_(connection), handle_(SQL_HANDLE_STMT, connection.connection_) {
+  // Braces in texts are texts.
+  SQLSetStmtAttr(handle_.get(), SQL_ATTR_NOSCAN, attribute(SQL_NOSCAN_ON), 0);
+  if (connection.statementSeconds_ > 0) {
+    SQLSetStmtAttr(handle_.get(), SQL_ATTR_QUERY_TIMEOUT,
+                   attribute(static_cast<SQLULEN>(connection.statementSeconds_)), 0);
+  }
+  const std::scoped_lock lock(connection.mutex_);
+  connection.running_ = handle_.get();
+}
+
+OdbcConnection::Statement::Statement(OdbcConnection& connection, const QString& text)
+    : Statement(connection) {
+  code_ = SQLExecDirectW(handle_.get(), wide(text), static_cast<SQLINTEGER>(text.size()));
+  connection_.check(code_, handle_);
+  atResult_ = true;
+}
+
+OdbcConnection::Statement::~Statement() {
+  const std::scoped_lock lock(connection_.mutex_);
+  connection_.running_ = SQL_NULL_HANDLE;
+  handle_ = OdbcHandle();
+}
+
+bool OdbcConnection::Statement::nextSet(engine::ResultSink& sink) {
+  for (;;) {
+    if (!atResult_) {
+      const bool nothingYet = code_ == SQL_NO_DATA;
+      const SQLRETURN more = SQLMoreResults(handle_.get());
+      if (more == SQL_NO_DATA) return false;
+      // After a first statement that met no row the manager may hold the batch for ended.
+      if (more == SQL_ERROR && nothingYet && isOutOfTurn(handle_)) return false;
+      code_ = more;
+      connection_.check(code_, handle_);
+    }
+    atResult_ = false;
+    if (code_ == SQL_SUCCESS_WITH_INFO) {
+      const auto messages = messagesOf(handle_);
+      for (const OdbcMessage& message : messages) {
+        if (message.isError()) connection_.fail(handle_);
+        sink.notice(message.toNotice());
+      }
+    }
+    SQLSMALLINT columns = 0;
+    if (SQL_SUCCEEDED(SQLNumResultCols(handle_.get(), &columns)) && columns > 0) return true;
+    SQLLEN rows = -1;
+    if (SQL_SUCCEEDED(SQLRowCount(handle_.get(), &rows)) && rows >= 0) sink.affected(rows);
+  }
+}
+
+void OdbcConnection::run(const QString& batch, engine::ResultSink& sink) {
+  Statement statement(*this, batch);
+  while (statement.nextSet(sink)) {
+    RowBlock rows(*this, statement.handle());
+    sink.beginSet(rows.columns());
+    while (rows.next()) sink.row(rows);
+    sink.endSet();
+  }
+}
+
+void OdbcConnection::run(const QString& batch) {
+  NoSink sink;
+  run(batch, sink);
+}
+
+void OdbcConnection::interrupt() {
+  const std::scoped_lock lock(mutex_);
+  if (running_ != SQL_NULL_HANDLE) SQLCancel(running_);
+}
+
+}  // namespace goodsbook

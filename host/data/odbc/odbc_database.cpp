@@ -1,0 +1,223 @@
+#include "host/data/odbc/odbc_database.h"
+
+#include <QCoreApplication>
+#include <QUuid>
+#include <utility>
+
+#include "engine/server_text.h"
+#include "host/data/audit_line.h"
+#include "host/data/odbc/blob_update.h"
+#include "host/data/odbc/connection_lost.h"
+#include "host/data/odbc/row_block.h"
+#include "host/data/retry.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goodsbook {
+namespace {
+
+constexpr int refusedNumber = 262;
+
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(OdbcDatabase)
+};
+
+class NoSink : public engine::ResultSink {
+ public:
+  void beginSet(std::span<const engine::Column>) override {}
+  void row(const engine::Row&) override {}
+};
+
+class RowCounter : public engine::ResultSink {
+ public:
+  void beginSet(std::span<const engine::Column>) override {}
+  void row(const engine::Row&) override { ++count; }
+  int count = 0;
+};
+
+}  // namespace
+
+OdbcDatabase::OdbcDatabase(const ServerTarget& target) : pool_(std::make_shared<OdbcPool>(target)) {
+  connected();
+}
+
+OdbcConnection& OdbcDatabase::connected() {
+  if (!main_ || main_->isLost()) {
+    auto fresh = std::make_shared<OdbcConnection>(pool_->target());
+    const std::scoped_lock lock(mutex_);
+    main_ = std::move(fresh);
+  }
+  return *main_;
+}
+
+// A lost connection takes the transaction and the idle connections beside it along.
+template <typename Work>
+decltype(auto) OdbcDatabase::watched(Work&& work) {
+  try {
+    return std::forward<Work>(work)();
+  } catch (const EConnectionLost&) {
+    inTransaction_ = false;
+    pool_->forgetIdle();
+    throw;
+  }
+}
+
+QString OdbcDatabase::prepared(const QString& batch) const {
+  if (!main_->dialect().isTransactSql()) return batch;
+  std::string now;
+  if (const auto& clock = pool_->target().options.clock) {
+    now = "convert(datetime,'" + clock().toString(u"yyyy-MM-ddTHH:mm:ss.zzz"_s).toStdString() + "',126)";
+  }
+  return QString::fromStdString(engine::forServer(batch.toStdString(), now));
+}
+
+// Runs `work` in the open transaction or in one of its own; an error of it ends the transaction.
+template <typename Work>
+void OdbcDatabase::inOwnTransaction(Work&& work) {
+  const bool own = !inTransaction_;
+  if (own) begin();
+  try {
+    watched(work);
+  } catch (...) {
+    if (inTransaction_) rollback();
+    throw;
+  }
+  if (own) commit();
+}
+
+void OdbcDatabase::execute(const QString& batch, engine::ResultSink& sink, Permission permission) {
+  const std::string text = batch.toStdString();
+  if (permission == Permission::Screens) {
+    const std::string_view word = engine::ownersWord(text);
+    if (!word.empty()) {
+      if (inTransaction_) rollback();
+      throw EDatabaseError(
+          refusedNumber, 14, 1, 1,
+          Texts::tr("没有权限执行 %1").arg(QString::fromUtf8(word.data(), qsizetype(word.size()))));
+    }
+  } else if (!inTransaction_ && engine::standsOutsideTransactions(text)) {
+    watched([&] { connected().run(batch, sink); });
+    return;
+  }
+  inOwnTransaction([&] { main_->run(prepared(batch), sink); });
+}
+
+void OdbcDatabase::query(const QString& select, engine::ResultSink& sink) {
+  watched([&] {
+    OdbcConnection& connection = connected();
+    connection.run(prepared(select), sink);
+  });
+}
+
+std::unique_ptr<engine::Cursor> OdbcDatabase::openCursor(const QString& select) {
+  return watched([&] {
+    connected();  // tells the dialect, and first of all whether the server is there
+    return pool_->open(prepared(select));
+  });
+}
+
+void OdbcDatabase::begin() {
+  watched([&] {
+    OdbcConnection& connection = connected();
+    connection.run(connection.dialect().begin());
+    inTransaction_ = true;
+  });
+}
+
+void OdbcDatabase::commit() {
+  watched([&] {
+    try {
+      main_->run(main_->dialect().commit());
+      inTransaction_ = false;
+    } catch (const EConnectionLost&) {
+      throw ECommitUnknown(
+          Texts::tr("与服务器 %1 的连接在保存时断开了，不知道是否已经保存。").arg(displayName()));
+    } catch (const EDatabaseError&) {
+      rollback();
+      throw;
+    }
+  });
+}
+
+void OdbcDatabase::rollback() {
+  inTransaction_ = false;
+  try {
+    watched([&] { main_->run(main_->dialect().rollback()); });
+  } catch (const EConnectionLost&) {
+    return;  // then the server rolls back by itself; the reason for it all is told by the caller
+  } catch (const EDatabaseError&) {
+    const std::scoped_lock lock(mutex_);
+    main_.reset();  // a connection in an unknown state is worth nothing; closing it rolls back
+  }
+}
+
+void OdbcDatabase::save(const QString& batch, const AuditLine& line) {
+  if (settlesDoubt(batch, line)) return;
+  retried([&] { saveOnce(batch, line); });
+}
+
+void OdbcDatabase::saveOnce(const QString& batch, const AuditLine& line) {
+  const QString token = QUuid::createUuid().toString(QUuid::WithoutBraces);
+  NoSink sink;
+  try {
+    begin();
+    execute(batch, sink, Permission::Screens);
+    execute(auditStatement(line, batch, token), sink, Permission::Screens);
+    commit();
+  } catch (const ECommitUnknown&) {
+    doubtful_ = Doubtful{token, batch, line.module + u'/' + line.key};
+    if (!settlesDoubt(batch, line)) {
+      throw EConnectionLost(
+          Texts::tr("与服务器 %1 的连接断开了，没有保存。请再保存一次。").arg(displayName()));
+    }
+  }
+}
+
+bool OdbcDatabase::wasCommitted(const QString& token) {
+  RowCounter found;
+  watched([&] {
+    OdbcConnection& connection = connected();
+    connection.run(connection.dialect().auditLineOf(token), found);
+  });
+  return found.count > 0;
+}
+
+// Whether the batch is the one whose answer was lost and has been saved after all.
+bool OdbcDatabase::settlesDoubt(const QString& batch, const AuditLine& line) {
+  if (!doubtful_) return false;
+  const Doubtful asked = *doubtful_;
+  bool saved = false;
+  try {
+    saved = wasCommitted(asked.token);
+  } catch (const EDatabaseError&) {
+    throw EConnectionLost(Texts::tr("与服务器 %1 的连接断开了，还不知道上一次是否已经保存。"
+                                    "连接恢复后请再保存一次：程序会先查对，不会重复保存。")
+                              .arg(displayName()));
+  }
+  doubtful_.reset();
+  return saved && asked.batch == batch && asked.key == line.module + u'/' + line.key;
+}
+
+int OdbcDatabase::storeBlob(const QString& table, const QString& field, const QString& keyField,
+                            const QString& keyValue, const QByteArray& bytes) {
+  int rows = 0;
+  inOwnTransaction([&] { rows = updateBlob(*main_, table, field, keyField, keyValue, bytes); });
+  return rows;
+}
+
+void OdbcDatabase::interrupt() {
+  pool_->interrupt();
+  const std::scoped_lock lock(mutex_);
+  if (main_) main_->interrupt();
+}
+
+QString OdbcDatabase::displayName() const {
+  return pool_->target().address.displayName();
+}
+
+std::unique_ptr<Database> openServerDatabase(const ServerAddress& address, const ServerLogin& login,
+                                             ServerOptions options) {
+  return std::make_unique<OdbcDatabase>(ServerTarget{address, login, std::move(options)});
+}
+
+}  // namespace goodsbook

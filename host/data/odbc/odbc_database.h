@@ -1,0 +1,54 @@
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <optional>
+
+#include "host/data/odbc/odbc_connection.h"
+#include "host/data/odbc/odbc_pool.h"
+#include "host/data/server_database.h"
+
+namespace goodsbook {
+
+class OdbcDatabase : public Database {
+ public:
+  explicit OdbcDatabase(const ServerTarget& target);  // connects
+
+  void execute(const QString& batch, engine::ResultSink& sink, Permission permission) override;
+  void query(const QString& select, engine::ResultSink& sink) override;
+  std::unique_ptr<engine::Cursor> openCursor(const QString& select) override;
+  void begin() override;
+  void commit() override;
+  void rollback() override;
+  bool inTransaction() const override { return inTransaction_; }
+  void save(const QString& batch, const AuditLine& line) override;
+  int storeBlob(const QString& table, const QString& field, const QString& keyField, const QString& keyValue,
+                const QByteArray& bytes) override;
+  const Dialect& dialect() { return connected().dialect(); }
+  void interrupt() override;
+  QString displayName() const override;
+
+ private:
+  // A save of which nobody knows whether it was committed.
+  struct Doubtful {
+    QString token, batch, key;
+  };
+
+  OdbcConnection& connected();  // connects again after a loss
+  QString prepared(const QString& batch) const;
+  template <typename Work>
+  decltype(auto) watched(Work&& work);
+  template <typename Work>
+  void inOwnTransaction(Work&& work);
+  void saveOnce(const QString& batch, const AuditLine& line);
+  bool wasCommitted(const QString& token);
+  bool settlesDoubt(const QString& batch, const AuditLine& line);
+
+  std::shared_ptr<OdbcPool> pool_;
+  std::mutex mutex_;  // of the pointer, for interrupt()
+  std::shared_ptr<OdbcConnection> main_;
+  bool inTransaction_ = false;
+  std::optional<Doubtful> doubtful_;
+};
+
+}  // namespace goodsbook

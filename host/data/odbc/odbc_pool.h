@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include "engine/row.h"
+#include "host/data/odbc/odbc_connection.h"
+
+namespace goodsbook {
+
+// The connections to one server beside the main one: each open cursor has its own, so that batches run beside
+// it. Used by one thread but for interrupt(). Cursors keep the pool alive.
+class OdbcPool : public std::enable_shared_from_this<OdbcPool> {
+ public:
+  explicit OdbcPool(ServerTarget target) : target_(std::move(target)) {}
+
+  const ServerTarget& target() const { return target_; }
+  std::unique_ptr<engine::Cursor> open(const QString& select);  // EDatabaseError
+  void forgetIdle();  // what stood beside a connection that got lost is hardly better
+  void interrupt();
+
+ private:
+  friend class OdbcCursor;
+
+  std::unique_ptr<OdbcConnection> take();
+  void giveBack(std::unique_ptr<OdbcConnection> connection);
+
+  ServerTarget target_;
+  std::mutex mutex_;
+  std::vector<std::unique_ptr<OdbcConnection>> idle_;
+  std::vector<OdbcConnection*> busy_;
+};
+
+}  // namespace goodsbook
