@@ -11,6 +11,7 @@
 #include "app/main_window/main_window.h"
 #include "app/master_data.h"
 #include "app/sign_in/log_in_window.h"
+#include "app/sign_in/server_dialog.h"
 #include "app/start.h"
 #include "app/tour/tour.h"
 
@@ -32,6 +33,14 @@ bool pictureOfLogIn(const QString& database, const QString& programDir, const QS
   return window.grab().save(path, "PNG");
 }
 
+bool pictureOfServer(const QString& path) {
+  ServerDialog dialog(
+      ServerAddress::parse(u"Driver=FreeTDS;Server=192.168.0.5;Port=1433;Database=goodsbook"_s),
+      {u"shop"_s, {}});
+  dialog.show();
+  return dialog.grab().save(path, "PNG");
+}
+
 int report(const QStringList& pictures, const QStringList& problems) {
   for (const QString& picture : pictures) printLine(picture);
   for (const QString& problem : problems) printError(Texts::tr("没有完成：%1").arg(problem));
@@ -41,6 +50,8 @@ int report(const QStringList& pictures, const QStringList& problems) {
 int tour(const QString& database, const QString& programDir, const QDir& folder) {
   const QString logIn = folder.filePath(u"log-in.png"_s);
   if (!pictureOfLogIn(database, programDir, logIn)) throw StartError(Texts::tr("不能写文件 %1").arg(logIn));
+  const QString server = folder.filePath(u"server.png"_s);
+  if (!pictureOfServer(server)) throw StartError(Texts::tr("不能写文件 %1").arg(server));
 
   auto ownDesktop = std::make_unique<DriveDesktop>();
   DriveDesktop& desktop = *ownDesktop;
@@ -65,7 +76,7 @@ int tour(const QString& database, const QString& programDir, const QDir& folder)
   guide.join();
   QStringList problems = pictures.problems();
   if (!failure.isEmpty()) problems << failure;
-  return report(QStringList(logIn) + pictures.pictures(), problems);
+  return report(QStringList{logIn, server} + pictures.pictures(), problems);
 }
 
 }  // namespace

@@ -26,6 +26,8 @@ class TestServer {
 
   // Makes the tables of a script, in place of all that is there.
   void makeTables(std::string_view script);
+  // Takes all rows out of all tables and starts their numbers again.
+  void emptyTables();
   // An empty shop, as a new database is; then the rows of a database file, where one is named.
   void beginShop(const QString& file = {});
 

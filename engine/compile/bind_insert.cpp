@@ -33,6 +33,8 @@ bool hasDefault(const ColumnInfo& column) {
 
 std::vector<std::size_t> Binder::insertColumns(const Insert& insert, const TableInfo& table) const {
   std::vector<std::size_t> columns;
+  const bool given = sameName(identitiesOf_, table.name);
+  const auto isIdentity = [&](std::size_t column) { return table.columns[column].identity; };
   if (insert.columns.empty()) {
     for (std::size_t i = 0; i < table.columns.size(); ++i)
       if (!table.columns[i].identity) columns.push_back(i);
@@ -41,12 +43,14 @@ std::vector<std::size_t> Binder::insertColumns(const Insert& insert, const Table
   for (const Name& name : insert.columns) {
     const auto column = table.find(name.text);
     if (!column) fail(207, concat("列名 '", name.text, "' 无效。"));
-    if (table.columns[*column].identity)
+    if (isIdentity(*column) && !given)
       fail(544, concat("不能为表 '", table.name, "' 的标识列 '", name.text, "' 插入显式值。"));
     if (std::find(columns.begin(), columns.end(), *column) != columns.end())
       fail(264, concat("列名 '", name.text, "' 在 INSERT 的列列表中多次指定。"));
     columns.push_back(*column);
   }
+  if (given && std::none_of(columns.begin(), columns.end(), isIdentity))
+    fail(545, concat("IDENTITY_INSERT 为 ON 时，必须为表 '", table.name, "' 的标识列指定显式值。"));
   return columns;
 }
 

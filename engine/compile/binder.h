@@ -31,6 +31,9 @@ class Binder {
   // statement's first literal.
   Binder(const Catalog& catalog, std::span<const ParameterInfo> variables, int firstOrdinal, Plan& plan);
 
+  // Inserts into this table give the values of its identity column themselves.
+  void takeIdentitiesOf(std::string_view table) { identitiesOf_ = table; }
+
   void bindSelect(const Query& query);
   void bindInsert(const Insert& insert);
   void bindUpdate(const Update& update);
@@ -146,6 +149,7 @@ class Binder {
   std::span<const ParameterInfo> variables_;
   int firstOrdinal_;
   Plan& plan_;
+  std::string_view identitiesOf_;
   int nextSource_ = 1;
   Clause clause_ = Clause::Items;
   bool inAggregate_ = false;

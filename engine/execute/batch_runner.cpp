@@ -171,7 +171,29 @@ void BatchRunner::setOption(const SetOption& option) {
   const auto named = [&](std::string_view name) { return sameName(name, option.option.text); };
   if (std::any_of(harmless.begin(), harmless.end(), named)) return;
   if (option.on && std::any_of(alwaysOn.begin(), alwaysOn.end(), named)) return;
+  if (named("identity_insert")) {
+    setIdentityInsert(option);
+    return;
+  }
   failUnsupported(concat("SET ", option.option.text, option.on ? " ON" : " OFF"));
+}
+
+void BatchRunner::setIdentityInsert(const SetOption& option) {
+  const Name& name = option.table.name;
+  if (permission_ != Permission::Owner) fail(262, "在数据库中拒绝了 SET IDENTITY_INSERT 权限。", 14);
+  const TableInfo* table = state_.catalog().findTable(name.text);
+  if (table == nullptr) fail(208, concat("对象名 '", name.text, "' 无效。"));
+  const std::string& present = state_.identityInsert();
+  if (std::none_of(table->columns.begin(), table->columns.end(),
+                   [](const auto& column) { return column.identity; }))
+    fail(8106, concat("表 '", name.text, "' 没有标识列，无法执行 SET 操作。"));
+  if (option.on && !present.empty() && !sameName(present, table->name))
+    fail(8107,
+         concat("表 '", present, "' 的 IDENTITY_INSERT 已经为 ON，不能再为表 '", table->name, "' 设置。"));
+  if (option.on)
+    state_.setIdentityInsert(table->name);
+  else if (sameName(present, table->name))
+    state_.setIdentityInsert({});
 }
 
 void BatchRunner::define(const Statement& statement, std::string_view word) {

@@ -26,6 +26,7 @@ class BatchRunner {
   void raise(const RaiseError& raise, const Frame& frame);
   void print(const Print& print, const Frame& frame);
   void setOption(const SetOption& option);
+  void setIdentityInsert(const SetOption& option);
   void define(const Statement& statement, std::string_view word);
   void call(const Execute& execute, const Frame& frame);
   std::vector<Value> arguments(const ProcedureInfo& procedure, const Execute& execute, const Frame& frame);

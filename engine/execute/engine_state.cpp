@@ -51,12 +51,16 @@ ReadyStatement EngineState::ready(const Frame& frame, const Statement& statement
 PlanPtr EngineState::planFor(const Frame& frame, const Statement& statement) {
   // The parameters of a procedure have types of their own: the same words mean something else in another one.
   key_ = frame.procedure == nullptr ? std::string() : concat(frame.procedure->name, "\n");
+  // An insert that names the identity column is a fault at other times.
+  const bool given = !identityInsert_.empty() && std::holds_alternative<Insert>(statement.node);
+  if (given) key_ += concat("identity of ", identityInsert_, "\n");
   key_ += shape_.text;
   if (PlanPtr found = plans_.find(key_, shape_)) return found;
   auto plan = std::make_shared<Plan>();
   const std::span<const ParameterInfo> variables =
       frame.procedure == nullptr ? std::span<const ParameterInfo>() : frame.procedure->parameters;
   Binder binder(*catalog_, variables, shape_.firstOrdinal, *plan);
+  if (given) binder.takeIdentitiesOf(identityInsert_);
   bind(binder, statement);
   ++bound_;
   if (plan->reusable) plans_.insert(key_, plan);

@@ -41,6 +41,10 @@ class EngineState {
   const Catalog& catalog() const { return *catalog_; }
   // Keeps what is found in the catalogue alive while statements may change it.
   std::shared_ptr<const Catalog> hold() const { return catalog_; }
+  // The table whose identity column takes given values, empty for none; of this connection.
+  void setIdentityInsert(std::string_view table) { identityInsert_ = table; }
+  const std::string& identityInsert() const { return identityInsert_; }
+
   ReadyStatement ready(const Frame& frame, const Statement& statement);
   std::int64_t boundStatements() const { return bound_; }
 
@@ -53,6 +57,7 @@ class EngineState {
   PlanCache plans_;
   Shape shape_;
   std::string key_;
+  std::string identityInsert_;
   std::int64_t bound_ = 0;
 };
 

@@ -306,6 +306,7 @@ struct Execute {
 };
 struct SetOption {  // SET NOCOUNT ON: what has an effect is the binder's matter
   Name option;
+  ObjectName table;  // of IDENTITY_INSERT
   bool on = false;
 };
 

@@ -122,15 +122,23 @@ Statement::Node Parser::parsePrint() {
   return Print{parseValue()};
 }
 
-// set: SET option {ON | OFF}
+// set: SET option {ON | OFF} | SET IDENTITY_INSERT table {ON | OFF}
 Statement::Node Parser::parseSet() {
   const Token& set = take();
   const Token& word = peek();
   if (word.kind != TokenKind::Word && word.kind != TokenKind::Variable) failHere();
+  SetOption option;
+  if (at(Keyword::IdentityInsert)) {
+    const Token& name = take();
+    option.option = {name.text, name.position};
+    option.table = parseObjectName();
+    if (!at(Keyword::On) && !at(Keyword::Off)) failHere();
+    option.on = take().keyword == Keyword::On;
+    return option;
+  }
   if (!atName() || !(at(Keyword::On, 1) || at(Keyword::Off, 1))) {
     throwNotSupported(set, "SET " + std::string(word.text));
   }
-  SetOption option;
   option.option = takeName();
   option.on = take().keyword == Keyword::On;
   return option;

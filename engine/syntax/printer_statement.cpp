@@ -128,7 +128,12 @@ void Printer::operator()(const Execute& node) {
 
 void Printer::operator()(const SetOption& node) {
   writer_.word("SET");
-  writer_.name(node.option.text);
+  if (node.table.empty()) {
+    writer_.name(node.option.text);
+  } else {
+    writer_.word(node.option.text);
+    writer_.object(node.table);
+  }
   writer_.word(node.on ? "ON" : "OFF");
 }
 

@@ -108,9 +108,42 @@ TEST_F(ConsoleCommands, SqlWithoutADatabaseExplainsItself) {
 
 TEST_F(ConsoleCommands, SchemaPrintsTheScriptAndItsUpgrades) {
   EXPECT_EQ(goodsbook({u"schema"_s}).output, std::string(schema::script()) + '\n');
-  EXPECT_EQ(goodsbook({u"schema"_s, u"--from"_s, u"1"_s}).output, std::string(schema::upgradeStep(1)) + '\n');
+  std::string steps;
+  for (int step = 1; step < schema::version(); ++step) steps += std::string(schema::upgradeStep(step)) + '\n';
+  EXPECT_EQ(goodsbook({u"schema"_s, u"--from"_s, u"1"_s}).output, steps);
   EXPECT_EQ(goodsbook({u"schema"_s, u"--from"_s, QString::number(schema::version())}).output, "");
   EXPECT_EQ(goodsbook({u"schema"_s, u"--from"_s, u"99"_s}).status, 2);
+}
+
+TEST_F(ConsoleCommands, SchemaPrintsTheRoleThatAServerNeeds) {
+  const std::string script = goodsbook({u"schema"_s, u"--role"_s}).output;
+  EXPECT_NE(script.find("grant execute on object::dbo.SYS_DW to goodsbook_user"), std::string::npos);
+}
+
+TEST_F(ConsoleCommands, ServersAreNotGivenSecretsOnTheCommandLine) {
+  const Answer answer =
+      goodsbook({u"sql"_s, u"--server"_s, u"Driver=FreeTDS;Server=a;UID=sa;PWD=geheim"_s, u"select 1"_s});
+  EXPECT_EQ(answer.status, 1);
+  EXPECT_NE(answer.errors.find("GOODSBOOK_SERVER_PASSWORD"), std::string::npos) << answer.errors;
+  EXPECT_EQ(answer.errors.find("geheim"), std::string::npos) << answer.errors;
+}
+
+TEST_F(ConsoleCommands, AMissingServerIsNamed) {
+  const Answer answer = goodsbook(
+      {u"sql"_s, u"--server"_s, u"Driver=FreeTDS;Server=nobody.invalid;Database=shop"_s, u"select 1"_s});
+  EXPECT_EQ(answer.status, 1);
+  EXPECT_NE(answer.errors.find("nobody.invalid"), std::string::npos) << answer.errors;
+}
+
+TEST_F(ConsoleCommands, CopyMakesAnotherFileAndReplacesNone) {
+  makeShop();
+  const QString other = file() + u".copy"_s;
+  EXPECT_EQ(goodsbook({u"copy"_s, u"--from"_s, file(), u"--to"_s, file()}).status, 1);
+  EXPECT_EQ(goodsbook({u"copy"_s, u"--from"_s, file()}).status, 2);
+  const Answer copied = goodsbook({u"copy"_s, u"--from"_s, file(), u"--to"_s, other});
+  EXPECT_EQ(copied.status, 0) << copied.errors;
+  EXPECT_NE(copied.output.find("SYS_USER\t1"), std::string::npos) << copied.output;
+  EXPECT_TRUE(QFile::exists(other));
 }
 
 TEST_F(ConsoleCommands, InitMakesAShopWithPictures) {

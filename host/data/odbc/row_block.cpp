@@ -111,7 +111,8 @@ void RowBlock::describe() {
     const auto shown = std::clamp<std::size_t>(static_cast<std::size_t>(std::max<SQLSMALLINT>(length, 0)), 0,
                                                name.size() - 1);
     auto& column = columns_.emplace_back();
-    toUtf8(std::span(name.data(), shown), column.name);
+    std::vector<char> buffer;
+    column.name = toUtf8(std::span(name.data(), shown), buffer);
     column.type = typeOf(type, size, digits);
     auto& bound = bound_.emplace_back();
     bound.type = fetchedAs(column.type);
@@ -247,7 +248,7 @@ std::string_view RowBlock::text(int column) const {
   if (bound.type != SQL_C_WCHAR || length <= 0) return {};
   if (bound.utf8Row != row_) {
     const auto* wide = reinterpret_cast<const SQLWCHAR*>(at(bound));
-    toUtf8({wide, static_cast<std::size_t>(length) / sizeof(SQLWCHAR)}, bound.utf8);
+    bound.utf8 = toUtf8({wide, static_cast<std::size_t>(length) / sizeof(SQLWCHAR)}, bound.buffer);
     bound.utf8Row = row_;
   }
   return bound.utf8;

@@ -38,7 +38,8 @@ class RowBlock : public engine::Row {
     SQLLEN stride = 0;               // bytes a value
     std::vector<std::byte> values;
     std::vector<SQLLEN> lengths;
-    mutable std::string utf8;  // of the current row
+    mutable std::vector<char> buffer;  // behind utf8
+    mutable std::string_view utf8;     // of the row utf8Row
     mutable SQLULEN utf8Row = ~SQLULEN{0};
   };
 

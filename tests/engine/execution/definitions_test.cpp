@@ -56,6 +56,23 @@ TEST_F(DefinitionsTest, DefaultsFillWhatIsLeftOut) {
   EXPECT_EQ(errorOf("insert into X(b) values(null)"), 515);
 }
 
+TEST_F(DefinitionsTest, IdentitiesCanBeGivenByTheOwner) {
+  define(
+      "create table X(id int identity(1,1) not null primary key, a int);create table Y(id int identity(1,1), b int)");
+  EXPECT_EQ(errorOf("insert into X(id,a) values(7,1)"), 544);
+  EXPECT_EQ(errorOf("set identity_insert X on", Permission::Screens), 262);
+  EXPECT_EQ(errorOf("set identity_insert Z on"), 208);
+  define("set identity_insert X on");
+  EXPECT_EQ(errorOf("set identity_insert Y on"), 8107);
+  define("insert into X(id,a) values(7,1),(5,2)");
+  EXPECT_EQ(errorOf("insert into X(a) values(3)"), 545);
+  EXPECT_EQ(errorOf("insert into Y(id,b) values(7,1)"), 544);
+  define("set identity_insert X off");
+  EXPECT_EQ(errorOf("insert into X(id,a) values(9,1)"), 544);
+  define("insert into X(a) values(3)");
+  EXPECT_EQ(session.rows("select id,a from X order by id"), (Rows{{"5", "2"}, {"7", "1"}, {"8", "3"}}));
+}
+
 TEST_F(DefinitionsTest, KeysOfSeveralColumnsHold) {
   define("create table X(a varchar(5), b int, c int, primary key(a,b), unique(c))");
   define("insert into X values('k',1,1),('k',2,2)");

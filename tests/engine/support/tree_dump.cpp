@@ -254,7 +254,10 @@ struct StatementDumper {
     return list("exec", parts);
   }
   std::string operator()(const SetOption& node) const {
-    return list("set", {dump(node.option), node.on ? "on" : "off"});
+    std::vector<std::string> parts{dump(node.option)};
+    if (!node.table.empty()) parts.push_back(dump(node.table));
+    parts.push_back(node.on ? "on" : "off");
+    return list("set", parts);
   }
   std::string operator()(const CreateTable& node) const {
     return list("create-table " + dump(node.table), elements(node.columns, node.constraints));
