@@ -1,5 +1,6 @@
 #include "host/data/odbc/connection_text.h"
 
+#include <QStringList>
 #include <algorithm>
 
 #include "host/data/odbc/server_address.h"
