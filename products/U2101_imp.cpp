@@ -14,6 +14,7 @@
 #include "host/session.h"
 #include "host/sheet/sheet_reader.h"
 #include "products/import_run.h"
+#include "products/quiet_rows.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,7 +23,7 @@ namespace {
 
 constexpr int fileColumns = 5;
 constexpr int firstRow = 2;  // the first is the sheet's heading
-constexpr int betweenEventsMs = 40;
+constexpr int betweenEventsMs = 15;
 
 }  // namespace
 
@@ -99,20 +100,15 @@ void TF2101_IMP::btn_refClick() {
 
 void TF2101_IMP::readFile(const QString& path) {
   const auto pause = [this] {
-    if (!goesOn(0)) throw EAbort();
+    if (!goesOn()) throw EAbort();
   };
   const auto book = openSheets(path, {.columns = fileColumns, .pause = pause});
   const auto rows = book->rows(0);
   D_MAIN.clear();
   lab_hint->setText(u"0"_s);
-  struct Suspended {
-    explicit Suspended(RecordSet& set) : rows(set) { rows.disableControls(); }
-    ~Suspended() { rows.enableControls(); }
-    RecordSet& rows;
-  };
   int next = firstRow;
   {
-    const Suspended suspended(D_MAIN);
+    const QuietRows quiet(&D_MAIN);
     SheetRow row;
     while (rows->next(row)) {
       if (row.number < next) continue;
@@ -167,10 +163,11 @@ ImportDefaults TF2101_IMP::defaults() const {
 QString TF2101_IMP::clearProducts() {
   Session& session = Session::current();
   const QString stamp = session.desktop().now().toString(u"yyyyMMdd-HHmmss"_s);
-  const QString backup = session.database().backup(session.programDir(), stamp, [this] { goesOn(0); });
+  const auto pause = [this] { goesOn(); };
+  const QString backup = session.database().backup(session.programDir(), stamp, pause);
   if (stop_) throw EAbort();
-  ExecSql(u"101"_s, {}, u"Add"_s, u"delete from d1801dw;delete from d1801;"_s, 65535, false, true, false,
-          true);
+  execSqlBeside(u"101"_s, {}, u"Add"_s, u"delete from d1801dw;delete from d1801;"_s, pause);
+  setChecked(u"cb2"_s, false);  // it was for this run: the next one must not take away what this one makes
   if (list_ && list_->isOpen()) list_->clear();  // nothing that it shows exists any more
   return backup;
 }
@@ -179,14 +176,21 @@ TF2101_IMP::Count TF2101_IMP::importRows(ImportRun& run) {
   Count count{.read = D_MAIN.rowCount()};
   D_MAIN.first();
   RelaxedCommits relaxed(Session::current().database());
+  QuietRows grid(&D_MAIN), list(list_);
   for (int row = 0; row < count.read && !count.stopped; ++row) {
-    count.stopped = !goesOn(row) || !importRow(run, row, count);
+    if (sinceEvents_.elapsed() >= betweenEventsMs) {
+      progress_->setValue(row);
+      D_MAIN.moveTo(row);
+      grid.show();
+      list.show();
+    }
+    count.stopped = !goesOn() || !importRow(run, row, count, grid);
   }
   relaxed.finish();
   return count;
 }
 
-bool TF2101_IMP::importRow(ImportRun& run, int row, Count& count) {
+bool TF2101_IMP::importRow(ImportRun& run, int row, Count& count, QuietRows& grid) {
   const auto cell = [&](const QString& field) { return D_MAIN.textAt(row, D_MAIN.fieldIndex(field)); };
   const ImportRow texts{cell(u"COL1"_s), cell(u"COL2"_s), cell(u"COL3"_s), cell(u"COL4"_s), cell(u"COL5"_s)};
   try {
@@ -198,6 +202,7 @@ bool TF2101_IMP::importRow(ImportRun& run, int row, Count& count) {
   } catch (const EDatabaseError& error) {
     note(row, importReason(texts, error.text));
     if (++count.failed > 1) return true;  // asked before
+    grid.showNow();
     DISPINFO(error.text, 5);
     return DISPINFO(tr("第 %1 行导入失败，是否继续导入其余的行?").arg(row + 1), 2) == 'y';
   }
@@ -223,12 +228,8 @@ QString TF2101_IMP::endLine(const Count& count, const QString& backup) {
   return line;
 }
 
-bool TF2101_IMP::goesOn(int done) {
+bool TF2101_IMP::goesOn() {
   if (sinceEvents_.elapsed() < betweenEventsMs) return !stop_;
-  if (done > 0) {
-    progress_->setValue(done);
-    D_MAIN.moveTo(done);
-  }
   QApplication::processEvents();
   sinceEvents_.start();
   return !stop_;

@@ -11,6 +11,7 @@ class QProgressBar;
 namespace goodsbook {
 
 class ImportRun;
+class QuietRows;
 class TIniPropStorageManEh;
 class TPropStorageEh;
 struct ImportDefaults;
@@ -53,12 +54,12 @@ class TF2101_IMP : public TFrm_Base_Dialog {
   QString clearProducts();  // the path of the backup
   Count importRows(ImportRun& run);
   // False when the user does not want to go on behind a failed row.
-  bool importRow(ImportRun& run, int row, Count& count);
+  bool importRow(ImportRun& run, int row, Count& count, QuietRows& grid);
   void note(int row, const QString& text);  // in the row's sixth column
   ImportDefaults defaults() const;
   static QString endLine(const Count& count, const QString& backup);
   // Lets events through when it is time; false once the user has pressed Cancel.
-  bool goesOn(int done);
+  bool goesOn();
 
   RecordSet* list_ = nullptr;
   TDBGridEh* GRID1 = nullptr;

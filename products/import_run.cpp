@@ -23,6 +23,10 @@ QString unquoted(QString text) {
   return text.remove(u'\'');
 }
 
+QString notANumber(const QString& caption, const QString& price) {
+  return Texts::tr("%1“%2”不是数字").arg(caption, price);
+}
+
 // Prices go into the statement as they are. A text that is no number makes the statement fail; one that could
 // end the statement and begin another must not even get there.
 void refuseStatements(const QString& price, const QString& caption) {
@@ -30,7 +34,7 @@ void refuseStatements(const QString& price, const QString& caption) {
                         !price.contains("--"_L1) && !price.contains("/*"_L1);
   if (harmless) return;
   constexpr int conversionError = 8114, severity = 16;
-  throw EDatabaseError(conversionError, severity, 1, 1, Texts::tr("%1“%2”不是数字!").arg(caption, price));
+  throw EDatabaseError(conversionError, severity, 1, 1, notANumber(caption, price));
 }
 
 bool isControl(QChar sign) {
@@ -63,8 +67,8 @@ QString importReason(const ImportRow& row, const QString& error) {
     bool isNumber = false;
     price.toDouble(&isNumber);
     if (price.trimmed().isEmpty()) return Texts::tr("%1是空的：%2").arg(caption, error);
-    if (!isNumber && !error.contains(price))
-      return Texts::tr("%1“%2”不是数字：%3").arg(caption, price, error);
+    const QString wrong = notANumber(caption, price);
+    if (!isNumber) return error == wrong ? error : wrong + u'：' + error;
   }
   return error;
 }

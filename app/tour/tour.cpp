@@ -91,7 +91,7 @@ void Tour::visitAction(const QString& screen, const QString& action) {
   send({{u"cmd"_s, u"action"_s}, {u"name"_s, action}});
   if (front()["id"_L1] == before) return;
   const QString name = screen + u'-' + shortName(action);
-  picture(name);
+  dialogPictures(name);
   visitPickers(name);
   closeFront();
   if (front()["id"_L1] != before) problems_ << name;

@@ -120,6 +120,14 @@ QString ExecSql(const QString& moduleCode, const QString& keyValue, const QStrin
   });
 }
 
+void execSqlBeside(const QString& moduleCode, const QString& keyValue, const QString& operation,
+                   const QString& sql, const std::function<void()>& pause) {
+  recorded({u"ExecSql"_s, moduleCode, keyValue, operation, sql, {}}, [&](Session& session) {
+    session.database().saveBeside(sql, {G_UserId, moduleCode, keyValue, operation}, pause);
+    return std::pair(true, u"Y"_s);
+  });
+}
+
 QString GetNOID(const QString& moduleCode, const QString& prefix, int serialLength) {
   return recorded(
       {u"GetNOID"_s, moduleCode, prefix, QString::number(serialLength), {}, {}}, [&](Session& session) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 #include "host/data/record_set.h"
 #include "host/export.h"
@@ -22,6 +23,12 @@ GOODSBOOKHOST_EXPORT QString ExecSql(const QString& moduleCode, const QString& k
                                      const QString& operation, const QString& sql,
                                      unsigned short limit = 65535, bool flag1 = false, bool flag2 = true,
                                      bool flag3 = false, bool flag4 = true);
+
+// ExecSql for a batch that takes long: the window lives on, `pause` is called every few milliseconds where
+// the database can do without its thread. It must not throw and sends nothing.
+GOODSBOOKHOST_EXPORT void execSqlBeside(const QString& moduleCode, const QString& keyValue,
+                                        const QString& operation, const QString& sql,
+                                        const std::function<void()>& pause);
 
 // The next free number of the module: prefix and a serial of serialLength digits, drawn under a lock, never
 // twice; codes that users typed themselves are skipped. serialLength 0: a head of year and month ("2611") and

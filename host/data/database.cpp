@@ -22,6 +22,11 @@ void Database::save(const QString& batch, const AuditLine& line) {
   transaction.commit();
 }
 
+void Database::saveBeside(const QString& batch, const AuditLine& line, const std::function<void()>& pause) {
+  pause();
+  save(batch, line);
+}
+
 Transaction::Transaction(Database& database) : database_(database) {
   database_.begin();
 }

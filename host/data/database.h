@@ -39,6 +39,10 @@ class GOODSBOOKHOST_EXPORT Database {
   // the connection meanwhile, the batch is never saved twice.
   virtual void save(const QString& batch, const AuditLine& line);
 
+  // save() for work that takes long: where the database can do it beside the window's thread, `pause` is
+  // called every few milliseconds meanwhile. No transaction may be open; `pause` must not throw.
+  virtual void saveBeside(const QString& batch, const AuditLine& line, const std::function<void()>& pause);
+
   // Stores bytes into one cell: table.field of the row whose keyField equals keyValue. In the open
   // transaction or its own. Returns the number of rows written.
   virtual int storeBlob(const QString& table, const QString& field, const QString& keyField,

@@ -87,6 +87,21 @@ class EmbeddedDatabase : public Database {
   }
   bool inTransaction() const override { return connection_->inTransaction(); }
 
+  void saveBeside(const QString& batch, const AuditLine& line, const std::function<void()>& pause) override {
+    const std::string statements = batch.toStdString();
+    const std::string audit = auditStatement(line, batch, {}).toStdString();
+    beside(
+        [&] {
+          WrittenRows sink;
+          const auto connection = open();
+          connection->begin();
+          connection->execute(statements, sink, engine::Permission::Screens);
+          connection->execute(audit, sink, engine::Permission::Screens);
+          connection->commit();
+        },
+        pause);
+  }
+
   int storeBlob(const QString& table, const QString& field, const QString& keyField, const QString& keyValue,
                 const QByteArray& bytes) override {
     WrittenRows written;
@@ -113,12 +128,7 @@ class EmbeddedDatabase : public Database {
     QString target = name + QStringLiteral(".db");
     for (int other = 2; QFileInfo::exists(target); ++other)
       target = name + u'-' + QString::number(other) + QStringLiteral(".db");
-    // Copying and checking a big file takes minutes: beside the window's thread, on a connection of its own.
-    auto copied =
-        std::async(std::launch::async, [&] { open()->backup(QFileInfo(target).filesystemFilePath()); });
-    constexpr std::chrono::milliseconds betweenPauses{20};
-    while (copied.wait_for(betweenPauses) != std::future_status::ready) pause();
-    asDatabaseErrors([&] { copied.get(); });
+    beside([&] { open()->backup(QFileInfo(target).filesystemFilePath()); }, pause);
     return target;
   }
 
@@ -127,6 +137,14 @@ class EmbeddedDatabase : public Database {
  private:
   std::filesystem::path path() const { return QFileInfo(file_).filesystemFilePath(); }
   std::unique_ptr<engine::Connection> open() const { return engine::Connection::open(path(), options_); }
+
+  // Does what takes long beside the window's thread; `work` opens a connection of its own.
+  static void beside(const std::function<void()>& work, const std::function<void()>& pause) {
+    auto done = std::async(std::launch::async, work);
+    constexpr std::chrono::milliseconds betweenPauses{20};
+    while (done.wait_for(betweenPauses) != std::future_status::ready) pause();
+    asDatabaseErrors([&] { done.get(); });
+  }
 
   std::unique_ptr<QTemporaryDir> folder_;  // goes last, when nothing is open in it any more
   QString file_;

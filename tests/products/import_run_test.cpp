@@ -162,7 +162,8 @@ TEST_F(ImportProducts, AFailedRowSaysWhyAndTheRunStopsUnlessTheUserGoesOn) {
   ASSERT_EQ(told.size(), 2U);
   EXPECT_EQ(told[1], u"第 2 行导入失败，是否继续导入其余的行?"_s);
   EXPECT_TRUE(column(u"COL6"_s).at(1).contains(told[0])) << told[0].toStdString();
-  EXPECT_TRUE(column(u"COL6"_s).at(1).contains(u"面议"_s));
+  EXPECT_TRUE(column(u"COL6"_s).at(1).startsWith(u"零售价“面议”不是数字："_s))
+      << column(u"COL6"_s).at(1).toStdString();
   EXPECT_EQ(result(), u"读取 3 行，导入 1，已存在 0，失败 1，已停止，1 行未处理"_s);
 }
 
@@ -243,6 +244,19 @@ TEST_F(ImportProducts, ClearingFirstLeavesACheckedBackup) {
     const SqlSets kept = runSql(*copy, u"select WL_ID from D1801"_s, Database::Permission::Screens);
     EXPECT_EQ(kept.sets.at(0).rows.at(0).at(0), u"P1"_s);
   });
+}
+
+TEST_F(ImportProducts, ARunClearsOnceAndTheNextOneKeepsWhatItMade) {
+  product(u"P1"_s, u"旧"_s, u"6900"_s);
+  start(csv(u"6901,水,1,2,2\n"_s));
+  check(u"cb2"_s, true);
+  click(u"btn_ok"_s);
+  EXPECT_FALSE(get(u"cb2"_s)["checked"_L1].toBool());
+  click(u"btn_ok"_s);
+  EXPECT_EQ(result(), u"读取 1 行，导入 0，已存在 1，失败 0"_s);
+  EXPECT_EQ(sql(u"select TM from D1801DW"_s)[0][0], u"6901"_s);
+  EXPECT_EQ(sql(u"select count(*) from SYS_AUDIT where STATEMENT like 'delete from d1801dw%'"_s)[0][0],
+            u"1"_s);
 }
 
 TEST_F(ImportProducts, CancelStopsBetweenTwoRows) {
