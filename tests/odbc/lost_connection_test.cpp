@@ -1,4 +1,5 @@
 #include <array>
+#include <atomic>
 #include <future>
 #include <set>
 #include <thread>
@@ -147,6 +148,54 @@ TEST_F(LostConnectionTest, AListThatBreaksOffSaysSo) {
     while (cursor->next()) continue;
   });
   EXPECT_EQ(error.number, lost) << error.what();
+}
+
+TEST_F(LostConnectionTest, ALossThatAListHasToldIsNotToldAgainByASave) {
+  database().openCursor(u"select 1"_s).reset();
+  server().cutConnections();
+  EXPECT_EQ(failure([&] { database().openCursor(u"select 1"_s); }).number, lost);
+  EXPECT_NO_THROW(save());
+  EXPECT_EQ(goods(), u"1"_s);
+}
+
+TEST_F(LostConnectionTest, ASaveThatWasMadeIsNotMadeAgainWithOtherContents) {
+  relay_->refuseAfterBreak();
+  relay_->breakAt("COMMIT", Relay::Moment::BeforeAnswer);
+  failure([&] { save(); });
+  relay_->refuse(false);
+  const EDatabaseError error = failure([&] {
+    database().save(u"insert into goods values (1,'梨')"_s, {u"ADMIN"_s, u"103"_s, u"01"_s, u"Add"_s});
+  });
+  EXPECT_TRUE(error.text.contains(u"已经保存"_s)) << error.what();
+  EXPECT_EQ(goods(), u"1"_s);
+}
+
+TEST_F(LostConnectionTest, ACommitThatIsStoppedIsLookedUp) {
+  // A trigger that fires with the commit keeps it waiting.
+  server().psql(
+      u"create function dawdle() returns trigger language plpgsql as 'begin perform pg_sleep(30); return null; end';"
+      "create constraint trigger dawdling after insert on goods deferrable initially deferred "
+      "for each row execute function dawdle()"_s);
+  std::atomic<bool> done = false;
+  std::thread breaker([&] {
+    const QString committing =
+        u"select count(*) from pg_stat_activity where state='active' and query like 'COMMIT%'"_s;
+    while (!done && server().psql(committing) != "1"_L1) std::this_thread::yield();
+    database().interrupt();
+  });
+  const EDatabaseError error = failure([&] { save(); });
+  done = true;
+  breaker.join();
+  EXPECT_TRUE(error.text.contains(u"没有保存"_s)) << error.what();
+  EXPECT_FALSE(database().inTransaction());
+  EXPECT_EQ(goods(), u"0"_s);
+  EXPECT_EQ(lines(), u"0"_s);
+}
+
+TEST_F(LostConnectionTest, ATransactionThatHasEndedIsNotCommitted) {
+  database().begin();
+  failure([&] { run(u"select 1/0"_s); });
+  EXPECT_EQ(failure([&] { database().commit(); }).number, 3902);
 }
 
 TEST_F(LostConnectionTest, DeadlockVictimsAreTriedAgain) {

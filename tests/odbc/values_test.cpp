@@ -103,6 +103,28 @@ TEST_F(ValuesTest, AValueIsNeverCutInSilence) {
   EXPECT_EQ(rows(u"select 1"_s), (Rows{{u"1"_s}}));
 }
 
+TEST_F(ValuesTest, APairOfSurrogatesMayLieWhereAPieceEnds) {
+  run(u"create table t (w text)"_s);
+  for (int before = 8189; before <= 8192; ++before) {
+    const QString text = QString(before, u'x') + u"😀"_s + QString(9'000, u'商') + u"😀末"_s;
+    run(u"delete from t; insert into t values ('%1')"_s.arg(text));
+    EXPECT_TRUE(rows(u"select w from t"_s).at(0).at(0) == text) << before;
+  }
+}
+
+TEST_F(ValuesTest, ARowThatCannotBeReadIsAnErrorAndNotTheEnd) {
+  run(u"create table t as select i from generate_series(1,1000) i"_s);
+  const auto streamed = openServerDatabase(
+      ServerAddress::parse(server().address().text() + u";UseDeclareFetch=1;Fetch=100"_s), server().login());
+  int count = 0;
+  const EDatabaseError error = failure([&] {
+    const auto cursor = streamed->openCursor(u"select 100/(i-250) as n from t"_s);
+    while (cursor->next()) ++count;
+  });
+  EXPECT_EQ(error.number, 8134) << error.what();
+  EXPECT_LT(count, 250);
+}
+
 TEST_F(ValuesTest, BracesAndQuestionMarksInTextsAreTexts) {
   EXPECT_EQ(rows(u"select varchar(40) '{fn now()} ? {d ''x''}' as v"_s), (Rows{{u"{fn now()} ? {d 'x'}"_s}}));
 }

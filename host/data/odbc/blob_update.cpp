@@ -35,6 +35,9 @@ int updateBlob(OdbcConnection& connection, const QString& table, const QString& 
                    statement.handle());
   SQLLEN rows = 0;
   connection.check(SQLRowCount(handle, &rows), statement.handle());
+  // What is left unread would be cancelled with the statement, and a server that hears so rolls back.
+  SQLRETURN more = SQL_SUCCESS;
+  while ((more = SQLMoreResults(handle)) != SQL_NO_DATA) connection.check(more, statement.handle());
   return static_cast<int>(std::max<SQLLEN>(rows, 0));
 }
 

@@ -5,6 +5,9 @@
 namespace goodsbook {
 
 constexpr int connectionLostNumber = 10054;
+// The server was told to stop a batch: it took too long, or somebody cancelled it.
+constexpr int timedOutNumber = -2;
+constexpr int cancelledNumber = 3617;
 
 // The connection went away under a call. What the server has not committed is gone.
 class EConnectionLost : public EDatabaseError {

@@ -14,8 +14,6 @@ using namespace Qt::StringLiterals;
 namespace goodsbook {
 namespace {
 
-constexpr int timeOutNumber = -2;
-
 struct Texts {
   Q_DECLARE_TR_FUNCTIONS(OdbcConnection)
 };
@@ -82,6 +80,12 @@ void OdbcConnection::check(SQLRETURN code, const OdbcHandle& handle) {
   if (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA) fail(handle);
 }
 
+void OdbcConnection::checkMessages(const OdbcHandle& handle) {
+  for (const OdbcMessage& message : messagesOf(handle)) {
+    if (message.isError()) fail(handle);
+  }
+}
+
 void OdbcConnection::fail(const OdbcHandle& handle) {
   const OdbcMessage message = firstError(messagesOf(handle));
   SQLUINTEGER dead = SQL_CD_FALSE;
@@ -91,9 +95,9 @@ void OdbcConnection::fail(const OdbcHandle& handle) {
     throw EConnectionLost(
         Texts::tr("与服务器 %1 的连接断开了，这一步没有完成。再做一次时程序会重新连接。").arg(name_));
   }
-  if (message.number == timeOutNumber) {
+  if (message.number == timedOutNumber) {
     throw EDatabaseError(
-        timeOutNumber, 16, 1, 1,
+        timedOutNumber, 16, 1, 1,
         Texts::tr("服务器 %1 在 %2 秒内没有做完，这一步已取消").arg(name_).arg(statementSeconds_));
   }
   throw message.toError();

@@ -57,6 +57,8 @@ class OdbcConnection {
 
   // Throws what a call failed with; SQL_NO_DATA and successes pass.
   void check(SQLRETURN code, const OdbcHandle& handle);
+  // Throws the first error among the messages of a call that is told as a success.
+  void checkMessages(const OdbcHandle& handle);
 
   void interrupt();  // from any thread
 

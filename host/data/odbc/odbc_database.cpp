@@ -42,6 +42,11 @@ OdbcDatabase::OdbcDatabase(const ServerTarget& target) : pool_(std::make_shared<
 }
 
 OdbcConnection& OdbcDatabase::connected() {
+  // What a list has told of need not be told again by the connection beside it.
+  if (!inTransaction_ && pool_->takeLoss()) {
+    const std::scoped_lock lock(mutex_);
+    main_.reset();
+  }
   if (!main_ || main_->isLost()) {
     auto fresh = std::make_shared<OdbcConnection>(pool_->target());
     const std::scoped_lock lock(mutex_);
@@ -125,6 +130,8 @@ void OdbcDatabase::begin() {
 }
 
 void OdbcDatabase::commit() {
+  constexpr int noTransaction = 3902;
+  if (!inTransaction_) throw EDatabaseError(noTransaction, 16, 1, 1, Texts::tr("没有打开的事务，不能提交"));
   watched([&] {
     try {
       main_->run(main_->dialect().commit());
@@ -132,15 +139,19 @@ void OdbcDatabase::commit() {
     } catch (const EConnectionLost&) {
       throw ECommitUnknown(
           Texts::tr("与服务器 %1 的连接在保存时断开了，不知道是否已经保存。").arg(displayName()));
-    } catch (const EDatabaseError&) {
+    } catch (const EDatabaseError& error) {
       rollback();
-      throw;
+      // A commit that was told to stop may have been through already.
+      if (error.number != timedOutNumber && error.number != cancelledNumber) throw;
+      throw ECommitUnknown(
+          Texts::tr("服务器 %1 在保存时没有及时回答，不知道是否已经保存。").arg(displayName()));
     }
   });
 }
 
 void OdbcDatabase::rollback() {
   inTransaction_ = false;
+  if (!main_) return;
   try {
     watched([&] { main_->run(main_->dialect().rollback()); });
   } catch (const EConnectionLost&) {
@@ -165,7 +176,7 @@ void OdbcDatabase::saveOnce(const QString& batch, const AuditLine& line) {
     execute(auditStatement(line, batch, token), sink, Permission::Screens);
     commit();
   } catch (const ECommitUnknown&) {
-    doubtful_ = Doubtful{token, batch, line.module + u'/' + line.key};
+    doubtful_ = Doubtful{token, batch, line.module + u'/' + line.key, line.operation};
     if (!settlesDoubt(batch, line)) {
       throw EConnectionLost(
           Texts::tr("与服务器 %1 的连接断开了，没有保存。请再保存一次。").arg(displayName()));
@@ -195,7 +206,13 @@ bool OdbcDatabase::settlesDoubt(const QString& batch, const AuditLine& line) {
                               .arg(displayName()));
   }
   doubtful_.reset();
-  return saved && asked.batch == batch && asked.key == line.module + u'/' + line.key;
+  const bool sameRow = asked.key == line.module + u'/' + line.key && asked.operation == line.operation;
+  if (!saved || !sameRow) return false;
+  if (asked.batch == batch) return true;
+  // Made from what was there before: what it adds is there already.
+  throw EDatabaseError(
+      50000, 16, 1, 1,
+      Texts::tr("上一次其实已经保存，之后又改了内容，这一次没有保存。请关闭后重新打开再修改。"));
 }
 
 int OdbcDatabase::storeBlob(const QString& table, const QString& field, const QString& keyField,

@@ -31,7 +31,7 @@ class OdbcDatabase : public Database {
  private:
   // A save of which nobody knows whether it was committed.
   struct Doubtful {
-    QString token, batch, key;
+    QString token, batch, key, operation;
   };
 
   OdbcConnection& connected();  // connects again after a loss

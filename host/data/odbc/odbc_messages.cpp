@@ -53,9 +53,9 @@ QString withoutOrigin(QString text) {
   return text.trimmed();
 }
 
-int severityOf(const OdbcHandle& handle, SQLSMALLINT record, const OdbcMessage& message) {
+int severityOf(const OdbcHandle& handle, SQLSMALLINT record, const OdbcMessage& message, SQLSMALLINT field) {
   if (message.state.startsWith("08"_L1)) return fatalSeverity;
-  const std::optional<int> told = numberField(handle, record, severityField);
+  const std::optional<int> told = numberField(handle, record, field);
   const bool warning = message.state.startsWith("01"_L1) || message.state.startsWith("00"_L1);
   // A driver that does not know the field may answer with nothing in it.
   if (told && *told > 0 && (*told > noticeSeverity) != warning) return *told;
@@ -65,8 +65,8 @@ int severityOf(const OdbcHandle& handle, SQLSMALLINT record, const OdbcMessage& 
 }  // namespace
 
 bool OdbcMessage::tellsLostConnection() const {
-  // FreeTDS: reading or writing failed, the process of the connection is dead.
-  static constexpr std::array<int, 4> brokenNatives = {20004, 20006, 20047, 20002};
+  // FreeTDS: reading or writing failed, the server hung up, the process of the connection is dead.
+  static constexpr std::array<int, 5> brokenNatives = {20004, 20006, 20017, 20047, 20002};
   const bool shutDown = state.startsWith("57P0"_L1);
   return state.startsWith("08"_L1) || shutDown ||
          std::find(brokenNatives.begin(), brokenNatives.end(), native) != brokenNatives.end();
@@ -88,22 +88,26 @@ std::vector<OdbcMessage> messagesOf(const OdbcHandle& handle) {
   std::vector<OdbcMessage> messages;
   if (!handle) return messages;
   constexpr int mostMessages = 1000;
-  std::array<SQLWCHAR, 8> state{};
+  std::array<SQLWCHAR, 8> sqlState{};
   std::vector<SQLWCHAR> text(4096);
   for (SQLSMALLINT record = 1; record <= mostMessages; ++record) {
     SQLINTEGER native = 0;
     SQLSMALLINT length = 0;
-    const SQLRETURN code = SQLGetDiagRecW(handle.type(), handle.get(), record, state.data(), &native,
+    const SQLRETURN code = SQLGetDiagRecW(handle.type(), handle.get(), record, sqlState.data(), &native,
                                           text.data(), static_cast<SQLSMALLINT>(text.size()), &length);
     if (!SQL_SUCCEEDED(code)) break;
     OdbcMessage message;
-    message.state = QString::fromUtf16(reinterpret_cast<const char16_t*>(state.data()));
+    message.state = QString::fromUtf16(reinterpret_cast<const char16_t*>(sqlState.data()));
     message.native = native;
-    message.text = withoutOrigin(QString::fromUtf16(reinterpret_cast<const char16_t*>(text.data())));
-    message.severity = severityOf(handle, record, message);
+    const QString told = QString::fromUtf16(reinterpret_cast<const char16_t*>(text.data()));
+    message.text = withoutOrigin(told);
+    // FreeTDS tells the severity in place of the state, and no state.
+    const bool isFreeTds = told.startsWith(u'[') && told.contains("[FreeTDS]"_L1);
+    message.severity = severityOf(handle, record, message, isFreeTds ? messageStateField : severityField);
     const int known = numberOfState(message.state);
     message.number = native > 100 || known == 0 ? native : known;
-    message.messageState = std::max(1, numberField(handle, record, messageStateField).value_or(1));
+    const auto state = isFreeTds ? std::nullopt : numberField(handle, record, messageStateField);
+    message.messageState = std::max(1, state.value_or(1));
     message.line = std::max(1, numberField(handle, record, lineField).value_or(1));
     messages.push_back(std::move(message));
   }

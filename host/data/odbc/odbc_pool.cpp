@@ -91,7 +91,9 @@ void OdbcPool::giveBack(std::unique_ptr<OdbcConnection> connection) {
     std::erase(busy_, connection.get());
     if (usable && idle_.size() < mostIdle) idle_.push_back(std::move(connection));
   }
-  if (!usable) forgetIdle();
+  if (usable) return;
+  lossSeen_ = true;
+  forgetIdle();
 }
 
 void OdbcPool::forgetIdle() {

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 #include "engine/row.h"
@@ -18,6 +19,8 @@ class OdbcPool : public std::enable_shared_from_this<OdbcPool> {
   const ServerTarget& target() const { return target_; }
   std::unique_ptr<engine::Cursor> open(const QString& select);  // EDatabaseError
   void forgetIdle();  // what stood beside a connection that got lost is hardly better
+  // Whether a cursor's connection got lost since the last call.
+  bool takeLoss() { return std::exchange(lossSeen_, false); }
   void interrupt();
 
  private:
@@ -30,6 +33,7 @@ class OdbcPool : public std::enable_shared_from_this<OdbcPool> {
   std::mutex mutex_;
   std::vector<std::unique_ptr<OdbcConnection>> idle_;
   std::vector<OdbcConnection*> busy_;
+  bool lossSeen_ = false;
 };
 
 }  // namespace goodsbook

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstring>
 
 #include "host/data/errors.h"
@@ -94,6 +95,7 @@ RowBlock::RowBlock(OdbcConnection& connection, const OdbcHandle& statement)
 RowBlock::~RowBlock() {
   SQLFreeStmt(statement_.get(), SQL_UNBIND);
   SQLSetStmtAttr(statement_.get(), SQL_ATTR_ROWS_FETCHED_PTR, nullptr, 0);
+  SQLSetStmtAttr(statement_.get(), SQL_ATTR_ROW_STATUS_PTR, nullptr, 0);
   SQLSetStmtAttr(statement_.get(), SQL_ATTR_ROW_ARRAY_SIZE, attribute(1), 0);
 }
 
@@ -137,6 +139,8 @@ void RowBlock::bind() {
   SQLSetStmtAttr(statement, SQL_ATTR_ROW_BIND_TYPE, attribute(SQL_BIND_BY_COLUMN), 0);
   connection_.check(SQLSetStmtAttr(statement, SQL_ATTR_ROW_ARRAY_SIZE, attribute(blockRows_), 0), statement_);
   connection_.check(SQLSetStmtAttr(statement, SQL_ATTR_ROWS_FETCHED_PTR, &fetched_, 0), statement_);
+  states_.assign(blockRows_, SQL_ROW_SUCCESS);
+  connection_.check(SQLSetStmtAttr(statement, SQL_ATTR_ROW_STATUS_PTR, states_.data(), 0), statement_);
   for (std::size_t i = 0; i < bound_.size(); ++i) {
     Bound& bound = bound_[i];
     bound.values.resize(static_cast<std::size_t>(bound.stride) * blockRows_);
@@ -163,6 +167,7 @@ bool RowBlock::fetch() {
   const SQLRETURN code = SQLFetch(statement_.get());
   if (code == SQL_NO_DATA) return false;
   connection_.check(code, statement_);
+  if (code == SQL_SUCCESS_WITH_INFO) checkRows();
   if (fetched_ == 0) fetched_ = 1;  // a driver that does not count fetched the one row
   for (Bound& bound : bound_) bound.utf8Row = ~SQLULEN{0};
   if (whole_) {
@@ -171,6 +176,16 @@ bool RowBlock::fetch() {
     checkLengths();
   }
   return true;
+}
+
+// A block that ends in an error, or has a row with one, is told as a success as long as some of its rows
+// came.
+void RowBlock::checkRows() {
+  connection_.checkMessages(statement_);
+  const auto end =
+      states_.begin() + static_cast<std::ptrdiff_t>(std::min<std::size_t>(fetched_, states_.size()));
+  if (std::find(states_.begin(), end, SQL_ROW_ERROR) == end) return;
+  throw EDatabaseError(50000, 16, 1, 1, QCoreApplication::translate("RowBlock", "有一行不能读取"));
 }
 
 // A value that did not fit would be shown cut off, and saved so.
@@ -188,6 +203,16 @@ void RowBlock::checkLengths() const {
               .arg(QString::fromStdString(columns_[i].name)));
     }
   }
+}
+
+// How many of the `room` bytes behind `from` a piece that goes on has filled: a driver leaves the last unit
+// empty rather than part a surrogate pair.
+SQLLEN RowBlock::filled(const Bound& bound, SQLLEN from, SQLLEN room) {
+  constexpr auto unit = static_cast<SQLLEN>(sizeof(SQLWCHAR));
+  if (bound.type != SQL_C_WCHAR || room <= unit) return room;
+  SQLWCHAR last = 0;
+  std::memcpy(&last, bound.values.data() + from + room - unit, sizeof(last));
+  return last == 0 ? room - unit : room;
 }
 
 // Fetches a value of any length, piece by piece.
@@ -210,8 +235,9 @@ void RowBlock::getWhole(SQLUSMALLINT number, Bound& bound) {
       have += left;
       break;
     }
-    have += room - terminator;
-    const SQLLEN more = left == SQL_NO_TOTAL ? have : left - (room - terminator);
+    const SQLLEN came = filled(bound, have, room - terminator);
+    have += came;
+    const SQLLEN more = left == SQL_NO_TOTAL ? have : left - came;
     bound.values.resize(static_cast<std::size_t>(have + more + terminator));
   }
   bound.lengths[0] = have;

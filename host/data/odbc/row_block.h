@@ -47,6 +47,8 @@ class RowBlock : public engine::Row {
   void bind();
   bool fetch();
   void getWhole(SQLUSMALLINT number, Bound& bound);
+  static SQLLEN filled(const Bound& bound, SQLLEN from, SQLLEN room);
+  void checkRows();
   void checkLengths() const;
   const std::byte* at(const Bound& bound) const {
     return bound.values.data() + row_ * static_cast<SQLULEN>(bound.stride);
@@ -58,8 +60,9 @@ class RowBlock : public engine::Row {
   std::vector<Bound> bound_;
   bool whole_ = false;  // row by row, values of any length
   SQLULEN blockRows_ = 1;
-  SQLULEN fetched_ = 0;  // rows in the block
-  SQLULEN row_ = 0;      // of the block
+  SQLULEN fetched_ = 0;               // rows in the block
+  std::vector<SQLUSMALLINT> states_;  // of the rows, as fetched
+  SQLULEN row_ = 0;                   // of the block
 };
 
 }  // namespace goodsbook
