@@ -14,6 +14,11 @@ create table D8202 (
   sk float,
   sdate datetime
 )
+create index IX_D8202_kh_gys_id on D8202 (kh_gys_id)
+create index IX_D8202_ck_id on D8202 (ck_id)
+create index IX_D8202_send_id on D8202 (send_id)
+create index IX_D8202_YW_ID on D8202 (YW_ID)
+create index IX_D8202_JY_ID on D8202 (JY_ID)
 go
 -- adw names the unit row; DW_J packs and DW_L loose pieces of DW_ZH pieces a pack; d8201aid is the line of the order.
 create table D8202A (
@@ -36,6 +41,7 @@ create table D8202A (
 create index IX_D8202A_noid on D8202A (noid)
 create index IX_D8202A_wl_id on D8202A (wl_id)
 create index IX_D8202A_adw on D8202A (adw)
+create index IX_D8202A_ck_id on D8202A (ck_id)
 go
 create table D8301A (
   NOID nvarchar(12),

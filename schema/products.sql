@@ -85,6 +85,7 @@ create table D1801DWSJ (
   VIPSJ float
 )
 create index IX_D1801DWSJ_ADW on D1801DWSJ (ADW, CK_ID)
+create index IX_D1801DWSJ_CK_ID on D1801DWSJ (CK_ID)
 go
 create table D1802 (
   WL_ID nvarchar(20),

@@ -18,6 +18,9 @@ struct Texts {
   Q_DECLARE_TR_FUNCTIONS(RowUses)
 };
 
+// Counting on, a warehouse of a large shop would keep its question waiting; more than this tells no more.
+constexpr qint64 countedUpTo = 1000;
+
 struct Use {
   QString list;
   qint64 rows = 0;
@@ -31,8 +34,10 @@ qint64 numberOf(const SqlSet& set) {
 
 QString selectOf(const Reference& reference, const QString& key) {
   const QString where =
-      u" from "_s + reference.table + u" where "_s + reference.column + u'=' + QuotedStr(key) + u';';
-  return (reference.counted ? u"select count(*) as n"_s : u"select top 1 1 as n"_s) + where;
+      u" from "_s + reference.table + u" where "_s + reference.column + u'=' + QuotedStr(key);
+  if (!reference.counted) return u"select top 1 1 as n"_s + where + u';';
+  return u"select count(*) as n from (select top %1 "_s.arg(countedUpTo + 1) + reference.column + where +
+         u") t;"_s;
 }
 
 // Rows found through several tables of one list are added up.
@@ -60,6 +65,12 @@ std::vector<Use> usesOf(const QString& table, const QString& key) {
   return uses;
 }
 
+QString partOf(const Use& use) {
+  if (!use.counted) return use.list;
+  if (use.rows > countedUpTo) return Texts::tr("%1 %2 行以上").arg(use.list).arg(countedUpTo);
+  return Texts::tr("%1 %2 行").arg(use.list).arg(use.rows);
+}
+
 }  // namespace
 
 QString usesLine(const TFrm_Base_Common& screen, const QString& key) {
@@ -67,9 +78,7 @@ QString usesLine(const TFrm_Base_Common& screen, const QString& key) {
   if (!place) return {};
   try {
     QStringList parts;
-    for (const Use& use : usesOf(place->table, key)) {
-      parts << (use.counted ? Texts::tr("%1 %2 行").arg(use.list).arg(use.rows) : use.list);
-    }
+    for (const Use& use : usesOf(place->table, key)) parts << partOf(use);
     return parts.isEmpty() ? QString() : Texts::tr("\r\n该资料已被使用：%1。").arg(parts.join(u'、'));
   } catch (const EDatabaseError&) {
     return {};  // a database without one of these tables: the question is asked all the same

@@ -21,6 +21,7 @@ constexpr auto allReferences = std::to_array<Reference>({
     {"D1007"_L1, "D1802"_L1, "CK_ID"_L1, u"商品库存", true},
     {"D1007"_L1, "SYS_USER_CK"_L1, "CK_ID"_L1, u"仓库权限", true},
     {"D1007"_L1, "D8202"_L1, "ck_id"_L1, u"进货单", false},
+    {"D1007"_L1, "D8202A"_L1, "ck_id"_L1, u"进货单", false},
     {"D1007"_L1, "D1801DWSJ"_L1, "CK_ID"_L1, u"区域售价", false},
     {"D1008"_L1, "D1101"_L1, "BM_ID"_L1, u"公司职员", true},
     {"D1010"_L1, "D8202"_L1, "JY_ID"_L1, u"进货单", false},

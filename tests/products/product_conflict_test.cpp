@@ -128,5 +128,20 @@ TEST_F(ProductConflict, DeletingTellsWhatUsesAProduct) {
   EXPECT_EQ(sql(u"select WL_ID from D1801"_s), (Table{{u"P1"_s}}));
 }
 
+TEST_F(ProductConflict, BeyondAThousandRowsAreNotCounted) {
+  const auto told = [this] {
+    answer({u"n"_s});
+    act(u"Act_Delete"_s);
+    return messages();
+  };
+  sql(u"insert into D8103A (WL_ID) values ('P1')"_s);
+  for (int doubled = 1; doubled < 512; doubled *= 2)
+    sql(u"insert into D8103A (WL_ID) select WL_ID from D8103A"_s);
+  sql(u"insert into D704A (WL_ID) select top 488 WL_ID from D8103A"_s);
+  EXPECT_EQ(told(), Lines{u"是否删除【P1 可乐】?\r\n该资料已被使用：其他单据 1000 行。"_s});
+  sql(u"insert into D704A (WL_ID) values ('P1')"_s);
+  EXPECT_EQ(told(), Lines{u"是否删除【P1 可乐】?\r\n该资料已被使用：其他单据 1000 行以上。"_s});
+}
+
 }  // namespace
 }  // namespace goodsbook
