@@ -17,6 +17,8 @@ struct Texts {
   Q_DECLARE_TR_FUNCTIONS(StartingSet)
 };
 
+}  // namespace
+
 bool isEmptyShop(Database& database) {
   const SqlSets found = runSql(database,
                                u"select top 1 1 from D1001;select top 1 1 from D1002;"
@@ -25,8 +27,6 @@ bool isEmptyShop(Database& database) {
                                Database::Permission::Screens);
   return std::all_of(found.sets.begin(), found.sets.end(), [](const auto& set) { return set.rows.empty(); });
 }
-
-}  // namespace
 
 sample::Tools sampleTools(Database& database) {
   return {

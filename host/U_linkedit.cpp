@@ -1,5 +1,8 @@
 #include "host/U_linkedit.h"
 
+#include <QCoreApplication>
+
+#include "host/controls/TDBGridEh.h"
 #include "host/lookup/picker.h"
 
 using namespace Qt::StringLiterals;
@@ -18,6 +21,12 @@ void CommonHint(QLineEdit* edit, RecordSet& rows, const QString& nameField, cons
   list->setObjectName(u"CommonHint"_s);
   list->dropBelow(edit, condition);
   list->show();
+  // No screen makes the rows of these tables.
+  if (auto* grid = list->findChild<TDBGridEh*>(u"DBGridEh"_s); grid && rows.isEmpty()) {
+    grid->setEmptyText(
+        QCoreApplication::translate("Lookup", "还没有可选的%1。新库可由管理员在“系统”菜单中建立常用资料")
+            .arg(nameTitle));
+  }
 }
 
 }  // namespace goodsbook

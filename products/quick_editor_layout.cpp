@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/U_glo.h"
+#include "host/data/display_format.h"
 #include "host/forms/form_builder.h"
 #include "host/lookup/pickers.h"
 #include "products/quick_editor.h"
@@ -129,7 +130,7 @@ void QuickProductEditor::applyPriceFormats() {
   if (hasReferencePrices_) prices << u"PFJ1"_s << u"PFJ2"_s << u"PFJ3"_s << u"PFJ4"_s;
   for (const QString& name : prices) {
     numberEdit(name)->setDisplayFormat(G_PriceFormat);
-    numberEdit(name)->setDecimalPlaces(std::max(0, static_cast<int>(G_PriceFormat.size()) - 2));
+    numberEdit(name)->setDecimalPlaces(decimalsOf(G_PriceFormat));
   }
 }
 

@@ -9,7 +9,7 @@ namespace goodsbook {
 
 QPointer<TF2112> F2112;
 
-TF2112::TF2112(QWidget* owner) : TFrm_Base_Outer(owner) {
+TF2112::TF2112(QWidget* owner) : FlatList(owner) {
   setWindowTitle(tr("公司职员"));
   const QString date = u"yyyy-MM-dd"_s;
   setColumns({{.field = u"YW_ID"_s, .title = tr("职员代号"), .width = 70},
@@ -26,11 +26,10 @@ TF2112::TF2112(QWidget* owner) : TFrm_Base_Outer(owner) {
               {.field = u"T"_s, .title = tr("离职否"), .width = 56, .checkBox = true},
               {.field = u"NOTE"_s, .title = tr("备注"), .width = 160}});
   FormCreate();
-  removeScreenAction(u"Act_Other"_s);
 }
 
 void TF2112::InitForm(const Trecord& record) {
-  TFrm_Base_Outer::InitForm(record);
+  FlatList::InitForm(record);
   SetBodyParam(bodyparam::make(
       {{bodyparam::keyField, u"yw_id"_s},
        {bodyparam::deleteStatement, u"delete from D1101 Where yw_id=%S"_s},

@@ -2,12 +2,12 @@
 
 #include <QPointer>
 
-#include "host/forms/Base_outer.h"
+#include "reference/flat_list.h"
 
 namespace goodsbook {
 
 // Staff and salespeople: the list.
-class TF2112 : public TFrm_Base_Outer {
+class TF2112 : public FlatList {
   Q_OBJECT
 
  public:

@@ -8,7 +8,7 @@ namespace goodsbook {
 
 QPointer<TF2122> F2122;
 
-TF2122::TF2122(QWidget* owner) : TFrm_Base_Outer(owner) {
+TF2122::TF2122(QWidget* owner) : FlatList(owner) {
   setWindowTitle(tr("现金银行"));
   setColumns({{.field = u"JY_ID"_s, .title = tr("帐户编号"), .width = 70},
               {.field = u"JY_NAME"_s, .title = tr("帐户名称"), .width = 140},
@@ -22,14 +22,8 @@ TF2122::TF2122(QWidget* owner) : TFrm_Base_Outer(owner) {
   FormCreate();
 }
 
-void TF2122::FormCreate() {
-  TFrm_Base_Outer::FormCreate();
-  removeScreenAction(u"Act_Filter"_s);
-  removeScreenAction(u"Act_Other"_s);
-}
-
 void TF2122::InitForm(const Trecord& record) {
-  TFrm_Base_Outer::InitForm(record);
+  FlatList::InitForm(record);
   SetBodyParam(bodyparam::make(
       {{bodyparam::keyField, u"JY_id"_s},
        {bodyparam::deleteStatement, u"delete from D1010 Where JY_id=%S;"_s},

@@ -11,20 +11,14 @@ using namespace Qt::StringLiterals;
 
 namespace goodsbook {
 
-CodeTableList::CodeTableList(const CodeTable& table, QWidget* owner) : TFrm_Base_Outer(owner), table_(table) {
+CodeTableList::CodeTableList(const CodeTable& table, QWidget* owner) : FlatList(owner), table_(table) {
   setWindowTitle(table.caption);
   setColumns(table.columns, table.listFields);
   FormCreate();
 }
 
-void CodeTableList::FormCreate() {
-  TFrm_Base_Outer::FormCreate();
-  removeScreenAction(u"Act_Filter"_s);  // a handful of rows needs no filter
-  removeScreenAction(u"Act_Other"_s);
-}
-
 void CodeTableList::InitForm(const Trecord& record) {
-  TFrm_Base_Outer::InitForm(record);
+  FlatList::InitForm(record);
   SetBodyParam(bodyparam::make({{bodyparam::keyField, table_.keyField},
                                 {bodyparam::deleteStatement, table_.deleteStatement},
                                 {bodyparam::listStatement, table_.listStatement}}));

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "host/forms/Base_detail.h"
-#include "host/forms/Base_outer.h"
+#include "reference/flat_list.h"
 
 namespace goodsbook {
 
@@ -28,7 +28,7 @@ struct CodeTable {
 };
 
 // The list of one code table.
-class CodeTableList : public TFrm_Base_Outer {
+class CodeTableList : public FlatList {
   Q_OBJECT
 
  public:
@@ -36,7 +36,6 @@ class CodeTableList : public TFrm_Base_Outer {
 
  protected:
   CodeTableList(const CodeTable& table, QWidget* owner);
-  void FormCreate() override;
   virtual TFrm_Base_Detail* createEditor() = 0;
 
  private:

@@ -4,28 +4,36 @@
 #include <vector>
 
 #include "host/forms/Base_detail.h"
-#include "host/forms/Base_outer.h"
+#include "reference/flat_list.h"
+#include "reference/quick_filter.h"
 
 namespace goodsbook {
 
 class LinkLabel;
 
-// What customers and suppliers differ in. In `insert`, besides the elements' names, "{pym}" stands for the
-// initials of the short name, "{number}" for the number drawn for the partner's account and "{account}" for
-// the account itself; in `update`, "{row}" for the code of the list's current row.
+// What customers and suppliers differ in.
 struct Partner {
   QString caption;
-  QString deleteStatement, listStatement;
+  QString table;  // "d1102"
+  QString listStatement;
   QString codeTitle;    // heading of the code's column
   QString codeCaption;  // how messages name the code
-  QString uniqueness;   // a select; the code and a quote follow
   QString taken;        // the message for a code that is there already
   QString accountHead;  // "2131"
   bool hasSalesperson = false;
-  QString insert, update;
+
+  QString deleteStatement() const;
+  QString uniqueness() const;  // a select; the code and a quote follow
+  // In `insert`, besides the elements' names, "{pym}" stands for the initials of the short name, "{number}"
+  // for the number drawn for the partner's account and "{account}" for the account itself; in `update`,
+  // "{row}" for the code of the list's current row.
+  QString insert() const;
+  QString update() const;
 };
 
-class PartnerList : public TFrm_Base_Outer {
+QuickFilter partnerFilter(const QString& caption, const Partner& partner);
+
+class PartnerList : public FlatList {
   Q_OBJECT
 
  public:

@@ -129,7 +129,7 @@ void PartnerEditor::Edit1Exit() {
     edit(u"Edit1"_s)->clear();
     setText(u"Edit1"_s, GetNOID(moduleCode_, {}, GPARAM6));
   }
-  reference::checkNewCode(*this, AdoQry_Tmp, u"Edit1"_s, partner_.codeCaption, partner_.uniqueness,
+  reference::checkNewCode(*this, AdoQry_Tmp, u"Edit1"_s, partner_.codeCaption, partner_.uniqueness(),
                           partner_.taken);
 }
 
@@ -146,8 +146,8 @@ void PartnerEditor::SaveData() {
     values[u"row"_s] = listRows().text(u"KH_GYS_ID"_s);
   }
   ExecSql(moduleCode_, text(u"Edit1"_s), mode(),
-          reference::composed(isAdding() ? partner_.insert : partner_.update, *this, values), 65535, false,
-          true, false, true);
+          reference::composed(isAdding() ? partner_.insert() : partner_.update(), *this, values), 65535,
+          false, true, false, true);
   if (partner_.hasSalesperson) listRows().setValue(u"KM_IDA"_s, text(u"YW_ID"_s));
   storeFields();
   tellIfHidden();

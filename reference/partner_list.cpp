@@ -37,20 +37,19 @@ std::vector<GridColumn> gridColumns(const Partner& partner) {
 
 }  // namespace
 
-PartnerList::PartnerList(const Partner& partner, QWidget* owner) : TFrm_Base_Outer(owner), partner_(partner) {
+PartnerList::PartnerList(const Partner& partner, QWidget* owner) : FlatList(owner), partner_(partner) {
   setWindowTitle(partner.caption);
   std::vector<Field> fields{{.name = u"KM_IDA"_s, .size = 18, .label = tr("会计科目")},
                             {.name = u"KM_IDB"_s, .size = 18, .label = tr("会计科目")}};
   if (partner.hasSalesperson) fields.push_back({.name = u"YW_ID"_s, .size = 4, .label = tr("业务编号")});
   setColumns(gridColumns(partner), std::move(fields));
   FormCreate();
-  removeScreenAction(u"Act_Other"_s);
 }
 
 void PartnerList::InitForm(const Trecord& record) {
-  TFrm_Base_Outer::InitForm(record);
+  FlatList::InitForm(record);
   SetBodyParam(bodyparam::make({{bodyparam::keyField, u"kh_gys_id"_s},
-                                {bodyparam::deleteStatement, partner_.deleteStatement},
+                                {bodyparam::deleteStatement, partner_.deleteStatement()},
                                 {bodyparam::listStatement, partner_.listStatement}}));
   setEditor(createEditor());
   setFilterDialog(createFilter());
@@ -58,9 +57,9 @@ void PartnerList::InitForm(const Trecord& record) {
 
 void PartnerList::Act_DeleteExecute() {
   SetBodyParam(bodyparam::make({{bodyparam::keyField, bodyParam(bodyparam::keyField)},
-                                {bodyparam::deleteStatement, partner_.deleteStatement},
+                                {bodyparam::deleteStatement, partner_.deleteStatement()},
                                 {bodyparam::listStatement, bodyParam(bodyparam::listStatement)}}));
-  TFrm_Base_Outer::Act_DeleteExecute();
+  FlatList::Act_DeleteExecute();
 }
 
 }  // namespace goodsbook

@@ -1,5 +1,6 @@
 # Sources of reference/.
 target_sources(masterdata_screens PRIVATE
+  ${CMAKE_SOURCE_DIR}/reference/flat_list.cpp
   ${CMAKE_SOURCE_DIR}/reference/code_table.cpp
   ${CMAKE_SOURCE_DIR}/reference/U2103.cpp ${CMAKE_SOURCE_DIR}/reference/U2103_1.cpp
   ${CMAKE_SOURCE_DIR}/reference/U2123.cpp ${CMAKE_SOURCE_DIR}/reference/U2123_1.cpp
@@ -8,7 +9,7 @@ target_sources(masterdata_screens PRIVATE
   ${CMAKE_SOURCE_DIR}/reference/composed.cpp
   ${CMAKE_SOURCE_DIR}/reference/tree_table.cpp
   ${CMAKE_SOURCE_DIR}/reference/quick_filter.cpp
-  ${CMAKE_SOURCE_DIR}/reference/partner.h ${CMAKE_SOURCE_DIR}/reference/partner_list.cpp ${CMAKE_SOURCE_DIR}/reference/partner_editor.cpp
+  ${CMAKE_SOURCE_DIR}/reference/partner.h ${CMAKE_SOURCE_DIR}/reference/partner_list.cpp ${CMAKE_SOURCE_DIR}/reference/partner_editor.cpp ${CMAKE_SOURCE_DIR}/reference/partner_statements.cpp
   ${CMAKE_SOURCE_DIR}/reference/U2104.cpp ${CMAKE_SOURCE_DIR}/reference/U2104_1.cpp
   ${CMAKE_SOURCE_DIR}/reference/U2107.cpp ${CMAKE_SOURCE_DIR}/reference/U2107_1.cpp ${CMAKE_SOURCE_DIR}/reference/U2107_2.cpp
   ${CMAKE_SOURCE_DIR}/reference/U2108.cpp ${CMAKE_SOURCE_DIR}/reference/U2108_1.cpp

@@ -12,6 +12,7 @@
 #include "app/modules.h"
 #include "app/settings.h"
 #include "app/sign_in/password_dialog.h"
+#include "app/starting_set.h"
 #include "host/U_function.h"
 #include "host/U_glo.h"
 #include "host/session.h"
@@ -29,6 +30,15 @@ void MainWindow::buildMenus() {
                       navigation_->startSearch();
                     });
   system->addAction(tr("修改密码(&P)…"), this, &MainWindow::changePassword);
+  if (G_UserId == "ADMIN"_L1) {
+    QAction* start = system->addAction(tr("建立常用资料(&B)…"), this, [this] {
+      guarded(nullptr, [this] { offerStartingSet(session_.database()); });
+    });
+    start->setObjectName(u"StartingSet"_s);
+    connect(system, &QMenu::aboutToShow, this, [this, start] {
+      guarded(nullptr, [&] { start->setEnabled(isEmptyShop(session_.database())); });
+    });
+  }
   buildColourMenu(system->addMenu(tr("颜色(&C)")));
   system->addSeparator();
   system->addAction(QIcon::fromTheme(u"application-exit"_s), tr("退出(&X)"), QKeySequence(u"Ctrl+Q"_s), this,

@@ -48,6 +48,7 @@ void Tour::run() {
     for (const Module& module : group.modules) visitModule(module.number);
   }
   visitLabels();
+  visitWarehouseRights();
   visitQuickEditors();
   picturesOfWindow();
 }
@@ -130,6 +131,32 @@ void Tour::visitLabels() {
   }
   send({{u"cmd"_s, u"action"_s}, {u"name"_s, u"Act_Filter"_s}});  // nothing of it stays in the next tour
   onGui([&] { window_.tabs()->currentWidget()->close(); });
+}
+
+// The users' rights on a warehouse, where they are in use.
+void Tour::visitWarehouseRights() {
+  constexpr int warehouses = 107;
+  if (!opened_.contains(warehouses)) return;
+  onGui([&] {
+    setGlobal(u"G_CHKCK"_s, u"1"_s);
+    window_.openModule(warehouses, true);
+  });
+  send({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 0}});
+  const QJsonValue list = front()["id"_L1];
+  send({{u"cmd"_s, u"action"_s}, {u"name"_s, u"Act_Edit"_s}});
+  if (front()["id"_L1] != list) {
+    const QJsonValue editor = front()["id"_L1];
+    send({{u"cmd"_s, u"click"_s}, {u"element"_s, u"BTN_QS"_s}});
+    if (front()["id"_L1] != editor) {
+      dialogPictures(u"107-rights"_s);
+      closeFront();
+    }
+    closeFront();
+  }
+  onGui([&] {
+    setGlobal(u"G_CHKCK"_s, u"0"_s);
+    window_.tabs()->currentWidget()->close();
+  });
 }
 
 // As the documents of other modules open them, and the prompt of a barcode that is known already.

@@ -31,6 +31,7 @@ class Tour {
   void visitPickers(const QString& dialog);
   void closeFront();
   void visitLabels();
+  void visitWarehouseRights();
   void visitQuickEditors();
   void dialogPictures(const QString& name);  // as it opens, and as small as it goes
   void picturesOfWindow();

@@ -76,6 +76,10 @@ std::string rounded(double size, int decimals) {
 
 }  // namespace
 
+int decimalsOf(const QString& format) {
+  return parse(format).decimals;
+}
+
 QString formatNumber(double value, const QString& format) {
   if (!std::isfinite(value)) return {};
   const NumberFormat by = parse(format);

@@ -12,6 +12,9 @@ namespace goodsbook {
 // "2.68".
 GOODSBOOKHOST_EXPORT QString formatNumber(double value, const QString& format);
 
+// How many digits a number shown by the format has behind its point at most: 2 for "#,##0.00", 0 for "0".
+GOODSBOOKHOST_EXPORT int decimalsOf(const QString& format);
+
 // A date-time in milliseconds since 1900-01-01 by a Qt format, "yyyy-MM-dd HH:mm:ss" when the format is
 // empty.
 GOODSBOOKHOST_EXPORT QString formatDateTime(qint64 milliseconds, const QString& format);

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "host/U_function.h"
+#include "host/Zpy.h"
 #include "host/data/database.h"
 #include "host/data/value_text.h"
 #include "host/session.h"
@@ -87,7 +88,10 @@ std::vector<LookupTable::Row> LookupTable::rows(const QString& condition) const 
     if (!part.trimmed().isEmpty()) conditions << u'(' + part + u')';
   }
   if (!conditions.isEmpty()) statement += u" where "_s + conditions.join(u" and "_s);
-  const std::vector<Texts> found = select(statement + u" order by "_s + idField);
+  std::vector<Texts> found = select(statement + u" order by "_s + idField);
+  if (initialsField.isEmpty()) {
+    for (Texts& row : found) row[2] = Zpy::GetPY(row[1].trimmed());
+  }
   if (!parentField.isEmpty()) return asTree(found);
   std::vector<Row> flat;
   for (const Texts& row : found) flat.push_back({row[0], row[1], row[2], 0});

@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTreeWidget>
@@ -71,6 +72,26 @@ TEST_F(MainWindowTest, AModuleOpensAsATabAndIsGoneToTheSecondTime) {
   EXPECT_EQ(currentTab(), 0);
   openModule(103, true);
   EXPECT_EQ(tabs().size(), 3);
+}
+
+TEST_F(MainWindowTest, AnAdministratorMayBuildTheStartingSetLater) {
+  onGui([] { G_UserId = u"ADMIN"_s; });
+  showWindow();
+  const auto showMenu = [this] {
+    bool enabled = false;
+    onGui([&] {
+      auto* start = window_->findChild<QAction*>(u"StartingSet"_s);
+      ASSERT_NE(start, nullptr);
+      Q_EMIT qobject_cast<QMenu*>(start->associatedObjects().constFirst())->aboutToShow();
+      enabled = start->isEnabled();
+    });
+    return enabled;
+  };
+  EXPECT_TRUE(showMenu());
+  answer({u"y"_s});
+  onGui([this] { window_->findChild<QAction*>(u"StartingSet"_s)->trigger(); });
+  EXPECT_NE(sql(u"select count(*) from D6801"_s).at(0).at(0), u"0"_s);
+  EXPECT_FALSE(showMenu());
 }
 
 TEST_F(MainWindowTest, TheSearchOpensByInitials) {

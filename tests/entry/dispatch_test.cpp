@@ -5,7 +5,10 @@
 
 #include "app/driver/screen_test.h"
 #include "entry/U2100.h"
+#include "products/U2101.h"
+#include "products/U2101_1.h"
 #include "reference/U2103.h"
+#include "reference/U2113.h"
 #include "reference/U2125.h"
 
 using namespace Qt::StringLiterals;
@@ -63,6 +66,29 @@ TEST_F(Dispatch, TheVariableHoldsTheLastOneAndBothStay) {
     EXPECT_NE(F2103, first);
     EXPECT_TRUE(first->isVisible());
     EXPECT_TRUE(F2103->isVisible());
+  });
+}
+
+TEST_F(Dispatch, TheProductListIsInitialisedOnceWithTheWholeRecord) {
+  onGui([this] {
+    const Trecord given = recordOf(101);
+    ProcDLL1(given, owner_.get());
+    ASSERT_NE(F2101, nullptr);
+    EXPECT_EQ(F2101->Tag, 101);
+    EXPECT_EQ(F2101->record().words, given.words);
+    EXPECT_EQ(F2101->findChildren<TF2101_1*>().size(), 1) << "the editor that each InitForm makes";
+  });
+}
+
+TEST_F(Dispatch, CustomersCalledTwiceAreTwoScreens) {
+  call(113);
+  const QPointer<TF2113> first = F2113;
+  call(113);
+  onGui([&] {
+    EXPECT_EQ(owner_->findChildren<TF2113*>().size(), 2);
+    ASSERT_NE(first, nullptr);
+    ASSERT_NE(F2113, nullptr);
+    EXPECT_NE(F2113, first);
   });
 }
 

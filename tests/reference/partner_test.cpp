@@ -248,15 +248,16 @@ TEST_P(Partners, TheWebLinkCompletesTheAddress) {
   click(u"OPENURL"_s);
   click(u"btn_Cancel"_s);
   act(u"Act_Edit"_s);
-  for (const QString& address :
-       {u"shop.cn"_s, u" shop.cn "_s, u"HTTP://shop.cn"_s, u"WwW.shop.cn"_s, QString()}) {
+  for (const QString& address : {u"shop.cn"_s, u" shop.cn "_s, u"HTTP://shop.cn"_s, u"WwW.shop.cn"_s,
+                                 u"https://shop.cn"_s, QString()}) {
     type(u"web"_s, address);
     click(u"OPENURL"_s);
   }
   QStringList urls;
   const QJsonArray opened = done({{u"cmd"_s, u"opened"_s}})["urls"_L1].toArray();
   for (const QJsonValue& url : opened) urls << url.toString();
-  EXPECT_EQ(urls.join(u',').toStdString(), "www.a.cn,www.shop.cn,www.shop.cn,HTTP://shop.cn,WwW.shop.cn");
+  EXPECT_EQ(urls.join(u',').toStdString(),
+            "www.a.cn,www.shop.cn,www.shop.cn,HTTP://shop.cn,WwW.shop.cn,www.https://shop.cn");
   click(u"btn_Cancel"_s);
 }
 
@@ -286,7 +287,7 @@ TEST_P(Partners, TheFilterLooksInFiveColumns) {
   openPartners();
   act(u"Act_Filter"_s);
   EXPECT_EQ(frontClass(), member().listClass + u'F');
-  EXPECT_EQ(get(u"GYS_NAME"_s)["title"_L1].toString(), member().codeTitle + u"/名称/联系人/电话/拼音码"_s);
+  EXPECT_EQ(get(u"GYS_NAME"_s)["title"_L1].toString(), u"客户代号/名称/联系人/电话/拼音码"_s);
   EXPECT_EQ(get(u"GYS_NAME"_s)["maxlength"_L1].toInt(), 20);
   type(u"GYS_NAME"_s, u"王"_s);
   press(u"F2"_s);

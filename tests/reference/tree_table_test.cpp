@@ -195,6 +195,15 @@ TEST_P(Trees, WithNothingSelectedANodeComesToTheTop) {
   EXPECT_EQ(messages(), Lines());
 }
 
+TEST_P(Trees, WithNothingSelectedANodeComesToTheTopBesideOthers) {
+  openRows();
+  select({});
+  act(u"Act_Add"_s);
+  typeNew(u"k1"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(lastSent()["sql"_L1].toString(), member().insertTop);
+}
+
 TEST_P(Trees, BesideATopNodeANodeComesToTheTop) {
   openRows();
   act(u"Act_Add"_s);
@@ -381,6 +390,19 @@ TEST_P(Trees, ARingOfRowsStaysInSight) {
   EXPECT_TRUE(nodes[0].contains(u"上级不存在"_s));
   EXPECT_TRUE(nodes[1].startsWith(u".B 乙"_s)) << nodes[1].toStdString();
   EXPECT_TRUE(nodes[2].startsWith(u"..A 甲"_s)) << nodes[2].toStdString();
+}
+
+TEST_P(Trees, ARowThatIsItsOwnParentOrHasNoneStaysInSight) {
+  const QString table = member().stored.section(u' ', 3, 3);
+  for (const QString& parent : {u"'A'"_s, u"''"_s, u"null"_s}) {
+    sql(u"delete from "_s + table);
+    sql(member().rows);
+    sql(u"update "_s + table + u" set oid="_s + parent + u" where oid='Z'"_s);
+    open(member().module);
+    const QString nodes = tree().join(u'|');
+    EXPECT_TRUE(nodes.contains(u"A 甲"_s)) << nodes.toStdString();
+    EXPECT_TRUE(nodes.contains(u"B 乙"_s)) << nodes.toStdString();
+  }
 }
 
 class Regions : public TreeScreen {};

@@ -49,5 +49,13 @@ TEST(DisplayFormat, DateTimesFollowTheirFormat) {
   EXPECT_EQ(formatDateTime(tenPast, u"yyyy-MM-dd"_s), u"1900-01-01"_s);
 }
 
+TEST(DisplayFormat, TellsItsDecimals) {
+  EXPECT_EQ(decimalsOf(QStringLiteral("0.00")), 2);
+  EXPECT_EQ(decimalsOf(QStringLiteral("#,##0.00")), 2);
+  EXPECT_EQ(decimalsOf(QStringLiteral("0.##")), 2);
+  EXPECT_EQ(decimalsOf(QStringLiteral("0")), 0);
+  EXPECT_EQ(decimalsOf(QString()), 0);
+}
+
 }  // namespace
 }  // namespace goodsbook

@@ -279,6 +279,23 @@ TEST_F(PickerTest, HintListOffersAnyTable) {
   delete picker;
 }
 
+TEST_F(PickerTest, TablesWithoutInitialsAreFoundByThoseOfTheName) {
+  session.run(u"insert into D1002 (ADDR_ID,ADDR_NAME,OID) values('01','华东','Z'),('02','华南','Z')"_s);
+  LookupPicker regions(lookup::regions(), &screen);
+  regions.attach(&code);
+  regions.show();
+  search(regions)->setFocus();
+  QTest::keyClicks(search(regions), u"hn"_s);
+  EXPECT_EQ(shown(regions), u"02"_s);
+  QTest::keyClick(search(regions), Qt::Key_Escape);
+  RecordSet rows;
+  CommonHint(&next, rows, u"km_name"_s, {}, u"d6801"_s, u"科目"_s, u"km_id"_s, u"科目编号"_s);
+  auto* ledger = next.findChild<LookupPicker*>();
+  QTest::keyClicks(search(*ledger), u"yhck"_s);
+  EXPECT_EQ(shown(*ledger), u"1002"_s);
+  delete ledger;
+}
+
 TEST_F(PickerTest, EditsKnowTheirTableForTheCheck) {
   {
     TFrm_Sys_LINK_CL picker(&screen);
