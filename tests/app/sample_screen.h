@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QApplication>
 #include <QDialog>
 
 #include "app/driver/screen_test.h"
@@ -24,6 +25,7 @@ class SampleScreen : public TFrm_Base {
 
  public:
   explicit SampleScreen(QWidget* owner);
+  ~SampleScreen() override { disconnect(qApp, nullptr, this, nullptr); }  // its elements lose the focus later
 
   RecordSet AdoQry_Main;
   TCustomDBEditEh* code;
