@@ -81,7 +81,7 @@ TF2102::TF2102(QWidget* owner) : TFrm_Base_Qry(owner), Label1(new LinkLabel(tr("
   headRow->addWidget(Label1);
   headRow->addStretch(1);
   connect(Label1, &LinkLabel::clicked, this, [this] { guarded(this, [this] { clearSet(); }); });
-  connect(&AdoQry_Main, &RecordSet::afterPost, this, [this] { showCount(); });
+  connect(&AdoQry_Main, &RecordSet::beforePost, this, [this] { AdoQry_MainAfterPost(); });
   generation_ = localSettings().value(generationKey, false).toBool();
 }
 
@@ -160,6 +160,10 @@ void TF2102::Act_FilterExecute() {
 void TF2102::Act_DeleteExecute() {
   labelrows::removePicked(*DBGridEh, AdoQry_Main);
   showCount();
+}
+
+void TF2102::AdoQry_MainAfterPost() {
+  showCount();  // the row to be posted is counted already
 }
 
 void TF2102::FormClose() {

@@ -28,6 +28,7 @@ class TF2102 : public TFrm_Base_Qry {
 
  private:
   void Act_DeleteExecute();
+  void AdoQry_MainAfterPost();  // a label is about to be posted
   void loadSet();
   void saveSet();
   void makeTags();

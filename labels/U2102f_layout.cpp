@@ -2,7 +2,9 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
+#include <QStyle>
 
 #include "host/forms/form_builder.h"
 #include "labels/U2102f.h"
@@ -38,6 +40,7 @@ std::vector<Field> lineFields() {
           {.name = u"WL_ID"_s, .label = TF2102F::tr("商品编号")},
           {.name = u"WL_NAME"_s, .size = 80, .label = TF2102F::tr("商品名称")},
           {.name = u"WL_GG"_s, .size = 30, .label = TF2102F::tr("规格")},
+          {.name = u"ADW"_s, .type = FieldType::Integer},
           {.name = u"DW_ID"_s, .size = 2},
           {.name = u"DW_NAME"_s, .size = 6, .label = TF2102F::tr("位")},
           {.name = u"SL"_s, .type = FieldType::Float, .label = TF2102F::tr("数量")},
@@ -48,7 +51,9 @@ std::vector<Field> lineFields() {
           {.name = u"DW_J"_s, .type = FieldType::Float, .label = TF2102F::tr("数量|件")},
           {.name = u"DW_L"_s, .type = FieldType::Float, .label = TF2102F::tr("数量|零数")},
           {.name = u"DW_ZH"_s, .type = FieldType::Float, .label = TF2102F::tr("成本金额")},
+          {.name = u"COLORVALUE"_s, .type = FieldType::Integer},
           {.name = u"TM"_s, .size = 30, .label = TF2102F::tr("条码")},
+          {.name = u"id"_s, .type = FieldType::Integer},
           {.name = u"tmsl"_s, .type = FieldType::Integer, .label = TF2102F::tr("条码数量")}};
 }
 
@@ -62,6 +67,25 @@ void hideZero(QStyleOptionViewItem& option) {
     option.backgroundBrush = selected;
   }
 }
+
+// Its blanks are as wide as what stands in them needs.
+class GapLabel : public QLabel {
+ public:
+  using QLabel::QLabel;
+  QString head() const { return text().section(u' ', 0, 0); }
+  QString tail() const { return text().section(u' ', -1); }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    const auto draw = [&](Qt::Alignment side, const QString& part) {
+      style()->drawItemText(&painter, rect(), static_cast<int>(side | Qt::AlignVCenter), palette(),
+                            isEnabled(), part, foregroundRole());
+    };
+    draw(Qt::AlignLeft, head());
+    draw(Qt::AlignRight, tail());
+  }
+};
 
 TDBGridEh* makeGrid(QWidget* parent, const QString& name) {
   auto* grid = new TDBGridEh(parent);
@@ -81,12 +105,7 @@ void TF2102F::buildSingle() {
        .label = tr("请录入商品编码 / 条码 :"),
        .limit = 30,
        .exit = [this] { Edit1Exit(); }},
-      {.name = u"tn"_s,
-       .label = tr("条码数量:"),
-       .kind = FieldKind::Number,
-       .places = 0,
-       .width = 60,
-       .sameRow = true},
+      {.name = u"tn"_s, .label = tr("条码数量:"), .kind = FieldKind::Number, .width = 60, .sameRow = true},
       {.name = u"L1"_s, .label = tr("编号："), .kind = FieldKind::Value},
       {.name = u"L2"_s, .label = tr("条码："), .kind = FieldKind::Value, .sameRow = true},
       {.name = u"L3"_s, .label = tr("名称："), .kind = FieldKind::Value, .sameRow = true},
@@ -107,21 +126,19 @@ void TF2102F::buildSingle() {
 
 // The default count stands in the gap of its label.
 QWidget* TF2102F::defaultCount() {
-  constexpr int room = 44;  // pixels more for the gap
-  const QString text = tr("条码数量默认填写:          个");
-  auto* label = new QLabel(text, body());
-  QFont font = label->font();
-  font.setWordSpacing(room);
-  label->setFont(font);
-  const QFontMetrics metrics(font);
-  const int before = metrics.horizontalAdvance(text.section(u' ', 0, 0));
-  const int gap = metrics.horizontalAdvance(text) - before - metrics.horizontalAdvance(text.back());
+  auto* label = new GapLabel(tr("条码数量默认填写:          个"), body());
+  const QFontMetrics metrics = label->fontMetrics();
+  const int before = metrics.horizontalAdvance(label->head()),
+            behind = metrics.horizontalAdvance(label->tail());
+  constexpr int frame = 16, space = 4;
+  const int width = metrics.horizontalAdvance(u"00000"_s) + frame;
   FormBuilder form(*this, label);
-  QWidget* count = form.field({.name = u"J"_s, .kind = FieldKind::Number, .places = 0, .width = gap - 8});
-  label->layout()->setContentsMargins(before + 4, 0, 0, 0);
-  label->layout()->setSpacing(0);
+  QWidget* count = form.field({.name = u"J"_s, .kind = FieldKind::Number, .width = width});
+  auto* layout = static_cast<QGridLayout*>(label->layout());
+  layout->setContentsMargins(before + space, 0, 0, 0);
+  layout->setHorizontalSpacing(0);
   label->setBuddy(count);
-  label->setFixedWidth(metrics.horizontalAdvance(text) + 4);
+  label->setFixedWidth(before + space + width + space + behind);
   setText(u"J"_s, u"1"_s);
   return label;
 }
@@ -177,18 +194,18 @@ void TF2102F::buildReceipts() {
   form.wide(DBGridEh1);
 
   DBGridEh = makeGrid(body(), u"DBGridEh"_s);
-  DBGridEh->setColumns({{.field = u"WL_ID"_s, .width = 90},
-                        {.field = u"TM"_s, .width = 120},
-                        {.field = u"WL_NAME"_s, .width = 200},
-                        {.field = u"WL_GG"_s, .width = 80},
-                        {.field = u"DW_NAME"_s, .width = 40},
-                        {.field = u"SJ"_s, .width = 70},
-                        {.field = u"VIPSJ"_s, .width = 70},
-                        {.field = u"SL"_s, .width = 70, .sum = true},
+  DBGridEh->setColumns({{.field = u"WL_ID"_s, .width = 80},
+                        {.field = u"TM"_s, .width = 104},
+                        {.field = u"WL_NAME"_s, .width = 180},
+                        {.field = u"WL_GG"_s, .width = 60},
+                        {.field = u"DW_NAME"_s, .width = 36},
+                        {.field = u"SJ"_s, .width = 58},
+                        {.field = u"VIPSJ"_s, .width = 58},
+                        {.field = u"SL"_s, .width = 58, .sum = true},
                         {.field = u"tmsl"_s, .width = 70, .readOnly = false, .sum = true},
-                        {.field = u"NOTE"_s, .width = 140}});
+                        {.field = u"NOTE"_s, .width = 230}});
   DBGridEh->setFooterVisible(true);
-  DBGridEh->setMinimumHeight(140);
+  DBGridEh->setMinimumSize(760, 140);  // up to the counts, which are what is typed here
   DBGridEh->setEmptyText(tr("进货单没有商品"));
   DBGridEh->setRecordSet(&AdoQry_Tmp);
   DBGridEh->setContextMenuPolicy(Qt::ActionsContextMenu);
@@ -202,6 +219,7 @@ void TF2102F::buildReceipts() {
           [this](QKeyEvent* event) { guarded(this, [&] { DBGridEhKeyPress(event); }); });
   connect(checkBox(u"CB1"_s), &QCheckBox::toggled, this, [this] { guarded(this, [this] { CB1Click(); }); });
   form.wide(DBGridEh, 1);
+  static_cast<QBoxLayout*>(body()->layout())->setStretch(1, 1);  // all height is the grids'
   form.note(u"Label6"_s, tr("操作提示  [ C ]：清空   [空格]：数量清0  [DELETE]：删除一行"));
 }
 

@@ -51,6 +51,7 @@ Driver::Driver(DriveDesktop& desktop, MasterData& masterData, QWidget* owner)
 Driver::~Driver() = default;
 
 void Driver::submit(const QJsonObject& command, Reply reply) {
+  if (leaving_) return;
   auto job = std::make_shared<Job>();
   job->command = command;
   job->reply = std::move(reply);
@@ -59,6 +60,7 @@ void Driver::submit(const QJsonObject& command, Reply reply) {
 }
 
 void Driver::refuse(const QString& error, Reply reply) {
+  if (leaving_) return;
   auto job = std::make_shared<Job>();
   job->error = error;
   job->reply = std::move(reply);
@@ -69,6 +71,15 @@ void Driver::refuse(const QString& error, Reply reply) {
 void Driver::finish() {
   finishing_ = true;
   if (!current_) startNext();
+}
+
+void Driver::leave() {
+  if (leaving_) return;
+  leaving_ = true;
+  queue_.clear();
+  closeAll([this] {
+    if (onQuit) onQuit();
+  });
 }
 
 void Driver::closeAll(std::function<void()> done) {
@@ -111,7 +122,7 @@ RecordSet* Driver::kept(const QString& name) const {
 
 void Driver::startNext() {
   if (queue_.empty()) {
-    if (finishing_ && onQuit) onQuit();
+    if (finishing_) leave();
     return;
   }
   current_ = queue_.front();

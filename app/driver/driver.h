@@ -41,8 +41,12 @@ class Driver : public QObject {
   // Answers an error in its turn: for what came in place of a command.
   void refuse(const QString& error, Reply reply);
 
-  // No more commands will come: onQuit is called when the last one has been answered.
+  // No more commands will come: leaves when the last one has been answered.
   void finish();
+
+  // Closes every dialog and window as their close buttons do, so that each keeps what it keeps, then calls
+  // onQuit. Commands that are still waiting are not done any more.
+  void leave();
 
   // Closes every dialog and window, newest first, then calls `done`.
   void closeAll(std::function<void()> done);
@@ -56,7 +60,7 @@ class Driver : public QObject {
   void keep(const QString& name, std::unique_ptr<RecordSet> rows);
   RecordSet* kept(const QString& name) const;
 
-  // Called when the reply to `quit` has been given, or behind the last command after finish().
+  // Called by leave(), when every window is closed.
   std::function<void()> onQuit;
 
  private:
@@ -101,6 +105,7 @@ class Driver : public QObject {
       actionLevels_;  // for every action that has not returned: how deep in event loops it was started
   QTimer turn_;
   bool finishing_ = false;
+  bool leaving_ = false;
   Situation last_;
   int quietTurns_ = 0;
 };

@@ -111,9 +111,7 @@ Step close(Driver& driver, const Arguments& arguments) {
 
 Step quit(Driver& driver, const Arguments&) {
   return {.actions = {}, .answer = [&driver] {
-            if (driver.onQuit)
-              QMetaObject::invokeMethod(
-                  &driver, [&driver] { driver.onQuit(); }, Qt::QueuedConnection);
+            driver.leave();
             return QJsonObject();
           }};
 }

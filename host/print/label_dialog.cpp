@@ -7,6 +7,7 @@
 #include <QPlainTextEdit>
 #include <QPrinterInfo>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "host/U_function.h"
@@ -22,7 +23,6 @@ namespace goodsbook {
 namespace {
 
 constexpr int resolutions[] = {203, 300, 600};
-constexpr int mostChecked = 2000;  // labels looked through while the user chooses; all are when they print
 
 double numberIn(const QString& text, double otherwise) {
   bool ok = false;
@@ -56,6 +56,12 @@ LabelDialog::LabelDialog(QWidget* owner, const RecordSet& rows, const QString& t
   connect(printers_, &QComboBox::currentIndexChanged, this,
           [this] { guarded(this, [this] { showPrinter(); }); });
   connect(resolutions_, &QComboBox::currentIndexChanged, this, [this] { AllChange(); });
+  connect(&checking_, &QTimer::timeout, this, [this] {
+    guarded(this, [this] {
+      check_->goOn();
+      showFound();
+    });
+  });
 }
 
 void LabelDialog::buildChoices() {
@@ -87,6 +93,7 @@ void LabelDialog::buildChoices() {
   form.fields({{.name = u"StartAt"_s,
                 .label = tr("从第几个标签开始："),
                 .kind = FieldKind::Number,
+                .exit = [this] { checkNumber(u"StartAt"_s); },
                 .places = 0,
                 .width = 60,
                 .hint = tr("用过一部分的标签纸")}});
@@ -109,10 +116,11 @@ void LabelDialog::buildChoices() {
   for (const int dpi : resolutions) resolutions_->addItem(u"%1 dpi"_s.arg(dpi), dpi);
   printerRow->addStretch(1);
   form.wide(printerRow);
-  const auto number = [](const QString& name, const QString& caption, bool sameRow) {
+  const auto number = [this](const QString& name, const QString& caption, bool sameRow) {
     return FieldSpec{.name = name,
                      .label = caption,
                      .kind = FieldKind::Number,
+                     .exit = [this, name] { checkNumber(name); },
                      .places = 2,
                      .width = 70,
                      .sameRow = sameRow};
@@ -186,7 +194,8 @@ LabelPrinter LabelDialog::printer() const {
   printer.dpi = resolutions_->currentData().toInt();
   printer.offset = {numberIn(text(u"OffsetX"_s), 0), numberIn(text(u"OffsetY"_s), 0)};
   const auto scale = [this](const QString& name) {
-    return std::clamp(numberIn(text(name), percent) / percent, 0.5, 2.0);
+    return std::clamp(numberIn(text(name), percent) / percent, labelsettings::smallest,
+                      labelsettings::largest);
   };
   printer.scale = {scale(u"ScaleX"_s), scale(u"ScaleY"_s)};
   return printer;
@@ -219,10 +228,48 @@ LabelJob LabelDialog::jobOf(const LabelLayout& layout) const {
   return made;
 }
 
-LabelJob LabelDialog::job() const {
+QString LabelDialog::wrongNumber(const QString& name) const {
+  const QString typed = text(name).trimmed();
+  if (typed.isEmpty()) return {};  // the usual value
+  const bool isStart = name == u"StartAt"_s, isOffset = name.startsWith(u"Offset"_s);
+  const int sheet = layoutFile().layout.perSheet();
+  if (isStart && sheet == 1) return {};  // not asked for
+  constexpr double percent = 100;
+  const double least = isStart ? 1 : isOffset ? -labelsettings::farthest : labelsettings::smallest * percent;
+  const double most = isStart ? sheet : isOffset ? labelsettings::farthest : labelsettings::largest * percent;
+  bool ok = false;
+  const double number = typed.toDouble(&ok);
+  if (ok && number >= least && number <= most) return {};
+  return tr("%1应在 %2 到 %3 之间!").arg(labelOf(elementNamed(name))).arg(least).arg(most);
+}
+
+QString LabelDialog::wrongNumber(QWidget** field) const {
+  for (const QString& name : {u"StartAt"_s, u"OffsetX"_s, u"OffsetY"_s, u"ScaleX"_s, u"ScaleY"_s}) {
+    const QString wrong = wrongNumber(name);
+    if (wrong.isEmpty()) continue;
+    if (field) *field = elementNamed(name);
+    return wrong;
+  }
+  return {};
+}
+
+void LabelDialog::checkNumber(const QString& name) {
+  const QString wrong = wrongNumber(name);
+  if (wrong.isEmpty()) return;
+  DISPINFO(wrong, 5);
+  throw EAbort();
+}
+
+LabelJob LabelDialog::job() {
   const LabelLayoutFile& file = layoutFile();
   if (!file.error.isEmpty()) {
     DISPINFO(file.error, 5);
+    throw EAbort();
+  }
+  QWidget* field = nullptr;
+  if (const QString wrong = wrongNumber(&field); !wrong.isEmpty()) {
+    DISPINFO(wrong, 5);
+    focusFirst(field);
     throw EAbort();
   }
   return jobOf(file.layout);
@@ -235,17 +282,44 @@ void LabelDialog::AllChange() {
 void LabelDialog::choicesChanged() {
   const LabelLayoutFile& file = layoutFile();
   elementNamed(u"StartAt"_s)->setEnabled(file.layout.perSheet() > 1);
-  if (!file.error.isEmpty()) {
+  checkAnew();
+  if (file.error.isEmpty()) {
+    showPage(page_);
+  } else {
     preview_->showText(file.error);
-    warnings_->setPlainText(file.error);
     label(u"PageNumber"_s)->clear();
-    return;
   }
-  LabelJob checked = jobOf(file.layout);
-  checked.count = std::min(checked.count, mostChecked);
-  const LabelWarnings found = checkLabels(checked);
-  warnings_->setPlainText(found.isEmpty() ? tr("没有问题") : found.summary());
-  showPage(page_);
+}
+
+void LabelDialog::checkAnew() {
+  const LabelLayoutFile& file = layoutFile();
+  const QString wrong = file.error.isEmpty() ? wrongNumber() : file.error;
+  check_.reset();
+  checking_.stop();
+  if (wrong.isEmpty()) {
+    check_ = std::make_unique<LabelCheck>(jobOf(file.layout));
+    check_->goOn();
+    if (!check_->isDone()) checking_.start();
+    showFound();
+  } else {
+    label(u"WarningTitle"_s)->setText(tr("请注意："));
+    warnings_->setPlainText(wrong);
+  }
+}
+
+void LabelDialog::showFound() {
+  const LabelWarnings& found = check_->warnings();
+  const bool done = check_->isDone();
+  if (done) checking_.stop();
+  label(u"WarningTitle"_s)
+      ->setText(done ? tr("请注意：")
+                     : tr("请注意：（已检查 %1 / %2 个标签）").arg(check_->checked()).arg(rows_.rowCount()));
+  const QString text = !found.isEmpty() ? found.all() : done ? tr("没有问题") : tr("正在检查…");
+  if (text == warnings_->toPlainText()) return;
+  QScrollBar* bar = warnings_->verticalScrollBar();  // somebody may be reading
+  const int place = bar->value();
+  warnings_->setPlainText(text);
+  bar->setValue(place);
 }
 
 void LabelDialog::showPage(int page) {
@@ -280,7 +354,7 @@ void LabelDialog::btn_okClick() {
   const LabelJob printed = job();
   remember();
   const LabelWarnings found = printLabelJob(this, title_, printed, place());
-  if (!found.isEmpty() && found.summary() != warnings_->toPlainText())
+  if (!found.isEmpty() && found.all() != warnings_->toPlainText())
     DISPINFO(tr("标签已印出，请注意：\n%1").arg(found.summary()), 5);
   setModalResult(1);
 }
@@ -292,7 +366,7 @@ void LabelDialog::printTest() {
 }
 
 void LabelDialog::remember() const {
-  labelsettings::rememberPrinter(printerName(), printer());
+  if (wrongNumber().isEmpty()) labelsettings::rememberPrinter(printerName(), printer());
   labelsettings::rememberChoice({QFileInfo(layoutFile().path).fileName(), printerName()});
 }
 

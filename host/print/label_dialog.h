@@ -1,9 +1,12 @@
 #pragma once
 
+#include <QTimer>
+#include <memory>
 #include <vector>
 
 #include "host/controls/TDBGridEh.h"
 #include "host/forms/Base_dialog.h"
+#include "host/print/label_check.h"
 #include "host/print/label_layouts.h"
 #include "host/print/label_pages.h"
 #include "host/print/print_job.h"
@@ -36,12 +39,18 @@ class LabelDialog : public TFrm_Base_Dialog {
   void readLayouts(const QString& current);
   void showPrinter();
   void choicesChanged();
+  void checkAnew();
+  void showFound();
   void showPage(int page);
+  // What is wrong with a number typed; empty for none. All: the first that is, with its field.
+  QString wrongNumber(const QString& name) const;
+  QString wrongNumber(QWidget** field = nullptr) const;
+  void checkNumber(const QString& name);  // on leaving it
   void copyLayout();
   void printTest();
   const LabelLayoutFile& layoutFile() const;
   LabelPrinter printer() const;
-  LabelJob job() const;  // EAbort, told before, when the layout is wrong
+  LabelJob job();  // EAbort, told before, when the layout or a number is wrong
   void remember() const;
   QString printerName() const;  // empty: a PDF
   PrintPlace place();           // EAbort when no file was chosen
@@ -57,6 +66,8 @@ class LabelDialog : public TFrm_Base_Dialog {
   LabelPreview* preview_ = nullptr;
   QPlainTextEdit* warnings_ = nullptr;
   int page_ = 0;
+  std::unique_ptr<LabelCheck> check_;  // of what is chosen now; null when that cannot be printed
+  QTimer checking_;
 };
 
 }  // namespace goodsbook

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QStringList>
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -92,13 +93,21 @@ class Reader {
                                  .toStdString());
   }
 
+  // What a layout has one of stands in one line.
+  void once() {
+    const auto [first, isNew] = lines_.try_emplace(keyword_, line_);
+    if (!isNew) fail(Labels::tr("“%1”已写在第 %2 行").arg(keyword_).arg(first->second));
+  }
+
   void take() {
+    static const QStringList single{u"名称"_s, u"纸张"_s, u"标签"_s, u"列数"_s,
+                                    u"行数"_s, u"边距"_s, u"间距"_s};
+    if (single.contains(keyword_)) once();
     if (keyword_ == u"名称"_s) {
       layout_.name = word();
     } else if (keyword_ == u"纸张"_s) {
       layout_.paper = paper();
     } else if (keyword_ == u"标签"_s) {
-      labelLine_ = line_;
       layout_.label = size();
     } else if (keyword_ == u"列数"_s) {
       layout_.columns = whole();
@@ -229,10 +238,10 @@ class Reader {
     const double right = last.x() + layout_.label.width(), bottom = last.y() + layout_.label.height();
     if (right > layout_.paper.width() + hair)
       fail(Labels::tr("标签共宽 %1 毫米，纸宽只有 %2 毫米").arg(right).arg(layout_.paper.width()),
-           labelLine_);
+           lines_.at(u"标签"_s));
     if (bottom > layout_.paper.height() + hair)
       fail(Labels::tr("标签共高 %1 毫米，纸高只有 %2 毫米").arg(bottom).arg(layout_.paper.height()),
-           labelLine_);
+           lines_.at(u"标签"_s));
     for (const LabelItem& item : layout_.items) {
       const bool inside = item.place.right() <= layout_.label.width() + hair &&
                           item.place.bottom() <= layout_.label.height() + hair;
@@ -255,7 +264,8 @@ class Reader {
 
   QString fileName_, keyword_;
   QStringList words_;
-  int line_ = 0, labelLine_ = 0;
+  int line_ = 0;
+  std::map<QString, int> lines_;  // by keyword, of those that stand once
   LabelLayout layout_;
 };
 

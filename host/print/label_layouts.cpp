@@ -4,6 +4,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStringDecoder>
+#include <optional>
 #include <stdexcept>
 
 using namespace Qt::StringLiterals;
@@ -13,6 +15,14 @@ namespace {
 
 const QString suffix = u"*.label"_s;
 const QString shippedFolder = u":/labels"_s;
+
+// Nothing for bytes in another encoding: some editors write GBK or UTF-16 unless told.
+std::optional<QString> textOf(const QByteArray& bytes) {
+  QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+  const QString text = decoder(bytes);
+  if (decoder.hasError() || text.contains(QChar::Null)) return {};
+  return text;
+}
 
 LabelLayoutFile read(const QString& path, bool shipped) {
   LabelLayoutFile read;
@@ -26,7 +36,13 @@ LabelLayoutFile read(const QString& path, bool shipped) {
     return read;
   }
   try {
-    read.layout = readLabelLayout(QString::fromUtf8(file.readAll()), shipped ? read.name : path);
+    const std::optional<QString> text = textOf(file.readAll());
+    if (!text) {
+      read.error =
+          QCoreApplication::translate("Labels", "标签样式 %1 不是 UTF-8 编码：请用 UTF-8 保存。").arg(path);
+      return read;
+    }
+    read.layout = readLabelLayout(*text, shipped ? read.name : path);
     read.name = read.layout.name;
   } catch (const std::runtime_error& error) {
     read.error = QString::fromUtf8(error.what());

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QCoreApplication>
-#include <QImage>
 #include <QPainter>
 
 using namespace Qt::StringLiterals;
@@ -96,22 +95,6 @@ void paintTestPage(QPainter& painter, const LabelJob& job) {
                        job.layout.name + u'\n' + settings);
     }
   }
-}
-
-LabelWarnings checkLabels(const LabelJob& job, const std::function<void(int)>& step) {
-  QImage aside(1, 1, QImage::Format_Grayscale8);
-  QPainter painter(&aside);
-  LabelPainter labels(job.layout, job.printer);
-  LabelWarnings warnings;
-  LabelRow last;
-  for (int index = 0; index < job.count; ++index) {
-    if (step) step(index);
-    LabelRow row = job.row(index);
-    if (index > 0 && row == last) continue;  // a copy
-    labels.paint(painter, {}, row, warnings);
-    last = std::move(row);
-  }
-  return warnings;
 }
 
 }  // namespace goodsbook

@@ -30,8 +30,4 @@ GOODSBOOKHOST_EXPORT void paintLabelPage(QPainter& painter, LabelPainter& labels
 // Every label's outline and number, and rulers, to see how a printer's offset and scale have to be set.
 GOODSBOOKHOST_EXPORT void paintTestPage(QPainter& painter, const LabelJob& job);
 
-// What there is to say of all labels, without painting them anywhere. `step` is told the labels done.
-GOODSBOOKHOST_EXPORT LabelWarnings checkLabels(const LabelJob& job,
-                                               const std::function<void(int)>& step = {});
-
 }  // namespace goodsbook

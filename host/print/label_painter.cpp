@@ -19,6 +19,7 @@ struct Labels {
 constexpr double millimetresPerInch = 25.4;
 constexpr double widestModule = 0.5;      // millimetres; wider bars gain nothing
 constexpr double narrowestModule = 0.19;  // below this the scanners of shops miss codes
+constexpr qsizetype mostKept = 1000;      // warnings
 constexpr double leastBarHeight = 3;      // millimetres that a hand-held scanner still crosses
 
 }  // namespace
@@ -36,16 +37,27 @@ QRect LabelPrinter::dots(const QRectF& place) const {
 
 void LabelWarnings::add(const LabelRow& row, const QString& what) {
   const QString name = row[LabelField::Name].isEmpty() ? row[LabelField::Code] : row[LabelField::Name];
-  const QString text = name.isEmpty() ? what : Labels::tr("%1：%2").arg(name, what);
-  if (known_.contains(text)) return;
-  known_.insert(text, true);
-  texts_ << text;
+  add(name.isEmpty() ? what : Labels::tr("%1：%2").arg(name, what));
+}
+
+void LabelWarnings::add(const QString& text) {
+  const qsizetype before = known_.size();
+  known_.insert(qHash(text));
+  if (known_.size() > before && texts_.size() < mostKept) texts_ << text;
 }
 
 QString LabelWarnings::summary() const {
-  constexpr qsizetype most = 12;
+  constexpr qsizetype inABox = 12;
+  return first(inABox);
+}
+
+QString LabelWarnings::all() const {
+  return first(mostKept);
+}
+
+QString LabelWarnings::first(qsizetype most) const {
   QString text = texts_.mid(0, most).join(u'\n');
-  if (texts_.size() > most) text += u'\n' + Labels::tr("……还有 %1 条").arg(texts_.size() - most);
+  if (known_.size() > most) text += u'\n' + Labels::tr("……还有 %1 条").arg(known_.size() - most);
   return text;
 }
 
@@ -85,6 +97,11 @@ void LabelPainter::paintText(QPainter& painter, const LabelItem& item, const QRe
   font.setBold(item.bold);
   const FittedText fitted = fitText(text, place.size(), font, pixels(item.size), pixels(item.least));
   if (fitted.isCut) warnings.add(row, Labels::tr("“%1”在标签上放不下，只印出一部分").arg(text));
+  const bool overflows = fitted.isCut;
+  if (overflows) {  // nothing else on the label is to suffer
+    painter.save();
+    painter.setClipRect(place, Qt::IntersectClip);
+  }
   painter.setFont(fitted.font);
   const int height = fitted.lineHeight * static_cast<int>(fitted.lines.size());
   int y = place.top() + std::max(0, (place.height() - height) / 2) + fitted.ascent;
@@ -96,6 +113,7 @@ void LabelPainter::paintText(QPainter& painter, const LabelItem& item, const QRe
     painter.drawText(place.left() + x, y, fitted.lines[index]);
     y += fitted.lineHeight;
   }
+  if (overflows) painter.restore();
 }
 
 void LabelPainter::paintBars(QPainter& painter, const LabelItem& item, QRect place, const LabelRow& row,

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <QFont>
-#include <QHash>
 #include <QPainter>
 #include <QPointF>
 #include <QRect>
+#include <QSet>
 #include <QStringList>
 
 #include "host/export.h"
@@ -23,17 +23,22 @@ struct GOODSBOOKHOST_EXPORT LabelPrinter {
   QRect dots(const QRectF& millimetres) const;
 };
 
-// What the user should know of the labels printed, each thing once.
+// What the user should know of the labels printed, each thing once. The first thousand are kept, the others
+// counted: somebody who prints without barcodes has as many as labels.
 class GOODSBOOKHOST_EXPORT LabelWarnings {
  public:
   void add(const LabelRow& row, const QString& what);
+  void add(const QString& text);  // of no label alone
   bool isEmpty() const { return texts_.isEmpty(); }
   const QStringList& texts() const { return texts_; }
-  QString summary() const;  // some of them, and how many more there are
+  QString summary() const;  // a few of them, and how many more there are
+  QString all() const;      // those kept, and how many more there are
 
  private:
+  QString first(qsizetype most) const;
+
   QStringList texts_;
-  QHash<QString, bool> known_;
+  QSet<std::size_t> known_;  // hashes of all, kept or not
 };
 
 // Draws labels, in dots of the printer: a painter's unit has to be one dot. Bars are whole dots wide, with

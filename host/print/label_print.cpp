@@ -9,6 +9,7 @@
 
 #include "host/U_function.h"
 #include "host/U_glo.h"
+#include "host/print/label_check.h"
 #include "host/print/label_dialog.h"
 #include "host/print/label_layouts.h"
 #include "host/print/label_settings.h"
@@ -82,6 +83,7 @@ std::function<LabelRow(int)> labelRowsOf(const RecordSet& rows) {
 
 LabelWarnings printLabelJob(QWidget* over, const QString& title, const LabelJob& job, PrintPlace place) {
   LabelWarnings warnings;
+  tellOffPaper(job, warnings);
   printAtOnce(over, title, fit(std::move(place), job), [&](QPrinter& printer, QWidget* above) {
     QPainter painter;
     begin(painter, printer);

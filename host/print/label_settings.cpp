@@ -40,7 +40,6 @@ LabelPrinter printerNamed(const QString& name) {
   };
   LabelPrinter printer;
   printer.dpi = static_cast<int>(number(u"dpi"_s, printer.dpi, 72, 2400));
-  constexpr double farthest = 100, smallest = 0.5, largest = 2;
   printer.offset = {number(u"offset_x"_s, 0, -farthest, farthest),
                     number(u"offset_y"_s, 0, -farthest, farthest)};
   printer.scale = {number(u"scale_x"_s, 1, smallest, largest), number(u"scale_y"_s, 1, smallest, largest)};

@@ -10,6 +10,9 @@ namespace goodsbook {
 // printer used last, and for each printer its dots, offset and scale.
 namespace labelsettings {
 
+// What a printer can be set to: millimetres in any direction, and times the size.
+constexpr double farthest = 100, smallest = 0.5, largest = 2;
+
 struct Choice {
   QString layout;   // file name of the layout
   QString printer;  // empty: a PDF

@@ -3,6 +3,7 @@ find_path(ZINT_INCLUDE_DIR zint.h REQUIRED)
 find_library(ZINT_LIBRARY zint REQUIRED)
 target_sources(goodsbookhost PRIVATE
   print/bar_code.cpp print/bar_code.h
+  print/label_check.cpp print/label_check.h
   print/label_dialog.h print/label_dialog.cpp
   print/label_preview.h print/label_preview.cpp
   print/label_print.cpp print/label_print.h

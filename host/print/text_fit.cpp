@@ -45,8 +45,11 @@ FittedText fitText(const QString& text, QSize room, QFont font, int largest, int
     const bool widthFits = std::ranges::max(fitted.widths) <= room.width();
     if (fitted.lines.size() <= fits && fitted.lineHeight <= room.height() && widthFits) return fitted;
     if (size > least) continue;
-    fitted.isCut = fitted.lines.size() > fits;
-    if (fitted.isCut) {
+    // A broken line may be a dot wider than the sum of its letters.
+    const bool tooWide = std::ranges::max(fitted.widths) > room.width() + 1;
+    const bool tooMany = fitted.lines.size() > fits;
+    fitted.isCut = tooMany || tooWide || fitted.lineHeight > room.height();
+    if (tooMany) {
       const QString rest = fitted.lines.mid(fits - 1).join(QString());
       fitted.lines = fitted.lines.mid(0, fits - 1);
       fitted.lines << metrics.elidedText(rest, Qt::ElideRight, room.width());

@@ -16,7 +16,8 @@ struct FittedText {
   std::vector<int> widths;  // of the lines, in pixels
   int lineHeight = 0;       // from one base line to the next
   int ascent = 0;
-  bool isCut = false;  // the last line ends in "…"
+  bool isCut = false;  // there is no room for all of it: too many lines, of which the last ends in "…", or
+                       // letters larger than the room
 };
 
 // Lays a text into `room` in the largest letters from `largest` down to `least` pixels in which it fits, in

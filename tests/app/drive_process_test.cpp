@@ -47,7 +47,7 @@ class DriveProcess : public ::testing::Test {
     EXPECT_TRUE(process_.state() == QProcess::NotRunning || process_.waitForFinished(patience));
   }
   int exitCode() {
-    EXPECT_TRUE(process_.waitForFinished(patience));
+    EXPECT_TRUE(process_.state() == QProcess::NotRunning || process_.waitForFinished(patience));
     return process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
   }
 
@@ -127,6 +127,35 @@ TEST_F(DriveProcess, AScriptAddsAUnit) {
   EXPECT_EQ(list["count"_L1], 1);
   EXPECT_EQ(list["rows"_L1][0]["DW_ID"_L1], u"KG"_s);
   EXPECT_EQ(list["rows"_L1][0]["DW_NAME"_L1], u"公斤"_s);
+}
+
+// What a screen keeps when it is closed is kept, whichever way the program ends.
+TEST_F(DriveProcess, LeavingClosesTheScreens) {
+  const QString set = folder_.filePath(u"a/b/KRTZ"_s);
+  for (const bool byQuit : {true, false}) {
+    start();
+    send(R"({"cmd":"open","module":102})");  // with its modal dialog over it
+    ASSERT_TRUE(QFile::remove(set));
+    if (byQuit) {
+      process_.write("{\"cmd\":\"quit\"}\n{\"cmd\":\"screens\"}\n");
+      EXPECT_EQ(reply(), "{\"ok\":true}\n");
+      EXPECT_EQ(reply(), "");
+    } else {
+      process_.closeWriteChannel();
+    }
+    EXPECT_EQ(exitCode(), 0);
+    EXPECT_TRUE(QFile::exists(set)) << byQuit;
+  }
+}
+
+TEST_F(DriveProcess, NoQuestionKeepsItFromLeaving) {
+  start();
+  for (const char* line : {R"({"cmd":"open","module":103})", R"({"cmd":"action","name":"Act_Add"})",
+                           R"({"cmd":"type","element":"Edit2","text":"公斤"})"}) {
+    send(line);
+  }
+  EXPECT_EQ(send(R"({"cmd":"quit"})")["ok"_L1], true);
+  EXPECT_EQ(exitCode(), 0);
 }
 
 struct Unusable {

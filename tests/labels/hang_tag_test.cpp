@@ -1,6 +1,10 @@
 // The dialog that makes labels: single products, and the lines of purchase receipts.
+#include <QHeaderView>
 #include <QImage>
+#include <QLayout>
+#include <QLineEdit>
 #include <QSet>
+#include <QTest>
 
 #include "host/controls/TDBGridEh.h"
 #include "host/forms/Base_common.h"
@@ -240,6 +244,86 @@ TEST_F(HangTags, EveryLineStartsWithTheDefaultCount) {
   cell(1, u"tmsl"_s, u"2"_s);
   click(u"BTN_TM"_s);
   EXPECT_EQ(made(), QStringList(2, u"200"_s));
+}
+
+TEST_F(HangTags, ACountThatIsNoWholeNumberIsOne) {
+  openDialog();
+  EXPECT_EQ(type(u"J"_s, u"2.5"_s), u"2.5"_s);
+  press(u"F5"_s);
+  EXPECT_EQ(statements().back(), linesOf(u"JH0006"_s, 1));
+  EXPECT_EQ(counts(), QStringList(3, u"1"_s));
+  typeProduct(u"300"_s);
+  EXPECT_EQ(type(u"tn"_s, u"2.5"_s), u"2.5"_s);
+  click(u"BTN_1"_s);
+  EXPECT_EQ(made(), QStringList{u"300"_s});
+}
+
+TEST_F(HangTags, ALongSpecificationComesWhole) {
+  const QString longest(40, u'规');
+  sql(u"update D1801 set WL_GG=N'%1' where WL_ID='300'"_s.arg(longest));
+  openDialog();
+  EXPECT_EQ(column(u"DBGridEh"_s, u"WL_GG"_s).last(), longest);
+  typeProduct(u"300"_s);
+  click(u"BTN_1"_s);
+  EXPECT_EQ(made(u"WL_GG"_s), QStringList{longest});
+}
+
+TEST_F(HangTags, AllFieldsOfTheLinesAreDeclared) {
+  openDialog();
+  onGui([] {
+    QStringList integers;
+    for (const Field& field : dialog().AdoQry_Tmp.declaredFields()) {
+      if (field.type == FieldType::Integer) integers << field.name.toUpper();
+    }
+    EXPECT_EQ(integers, (QStringList{u"ADW"_s, u"COLORVALUE"_s, u"ID"_s, u"TMSL"_s}));
+    EXPECT_EQ(dialog().AdoQry_Tmp.declaredFields().size(), 22U);
+  });
+}
+
+TEST_F(HangTags, TheCountsCanBeSeenAtTheSmallestSize) {
+  openDialog();
+  onGui([] {
+    auto* grid = dialog().findChild<TDBGridEh*>(u"DBGridEh"_s);
+    const auto* count = dialog().findChild<QLineEdit*>(u"J"_s);
+    EXPECT_GE(count->contentsRect().width(), count->fontMetrics().horizontalAdvance(u"8888"_s) + 8);
+    const auto* single = dialog().element<QPushButton>(u"BTN_1"_s);
+    const auto* title = dialog().label(u"Label2"_s);
+    for (const QSize size : {dialog().minimumSizeHint(), QSize(1200, 1000)}) {
+      dialog().resize(size);
+      dialog().layout()->activate();
+      QCoreApplication::sendPostedEvents();
+      const QRect cell = grid->visualRect(grid->model()->index(0, grid->columnOf(u"tmsl"_s)));
+      EXPECT_LE(cell.right(), grid->viewport()->width()) << size.width();
+      const int empty =
+          title->mapTo(&dialog(), QPoint()).y() - single->mapTo(&dialog(), QPoint(0, single->height())).y();
+      EXPECT_LE(empty, 16) << size.height();
+    }
+  });
+}
+
+TEST_F(HangTags, ATitleSortsTheLinesAndRowsHaveNumbers) {
+  openDialog();
+  const auto clickTitle = [this](const QString& field) {
+    onGui([&] {
+      const auto* grid = dialog().findChild<TDBGridEh*>(u"DBGridEh"_s);
+      const QHeaderView* header = grid->horizontalHeader();
+      const int x = header->sectionViewportPosition(grid->columnOf(field)) + 10;
+      QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, QPoint(x, header->height() / 2));
+    });
+  };
+  statements();
+  clickTitle(u"SL"_s);
+  EXPECT_EQ(products(), (QStringList{u"300"_s, u"200"_s, u"100"_s}));
+  clickTitle(u"SL"_s);
+  EXPECT_EQ(products(), (QStringList{u"100"_s, u"200"_s, u"300"_s}));
+  EXPECT_EQ(statements(), Lines());  // locally
+  onGui([] {
+    for (const QString& name : {u"DBGridEh"_s, u"DBGridEh1"_s}) {
+      const auto* grid = dialog().findChild<TDBGridEh*>(name);
+      EXPECT_TRUE(grid->verticalHeader()->isVisible());
+      EXPECT_EQ(grid->model()->headerData(1, Qt::Vertical).toString(), u"2"_s);
+    }
+  });
 }
 
 TEST_F(HangTags, LabelsOfAReceiptTakeTheUnitsOfItsLines) {

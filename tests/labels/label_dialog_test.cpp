@@ -182,5 +182,83 @@ TEST_F(LabelPrinting, AWrongLayoutIsToldWithFileAndLine) {
   EXPECT_EQ(messages(), Lines{error});
 }
 
+TEST_F(LabelPrinting, LabelsPushedOverTheEdgeOfThePaperAreTold) {
+  openPrinting({u"100"_s}, 14);
+  type(u"StartAt"_s, u"11"_s);
+  type(u"ScaleY"_s, u"150"_s);
+  EXPECT_EQ(text(u"Warnings"_s),
+            u"纸上第 16–24 个位置的标签超出纸边（下边 142.5 毫米），9 个标签印不全：请改小偏移或缩放"_s);
+  type(u"ScaleY"_s, u"100"_s);
+  type(u"OffsetX"_s, u"90"_s);
+  EXPECT_EQ(
+      text(u"Warnings"_s),
+      u"纸上第 11–12、14–15、17–18、20–21、23–24 个位置的标签超出纸边（右边 86.0 毫米），10 个标签印不全：请改小偏移或缩放"_s);
+  type(u"OffsetX"_s, u"2"_s);
+  type(u"OffsetY"_s, u"-2"_s);
+  EXPECT_EQ(text(u"Warnings"_s), u"没有问题"_s);
+  goTo(u"LayoutGrid"_s, 2);
+  type(u"OffsetX"_s, u"-3"_s);
+  EXPECT_EQ(text(u"Warnings"_s),
+            u"标签超出纸边（左边 2.0 毫米、上边 0.5 毫米），14 个标签印不全：请改小偏移或缩放"_s);
+  printTo(u"over.pdf"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines());  // known already
+}
+
+TEST_F(LabelPrinting, EveryLabelIsLookedAtBeforePrinting) {
+  product(u"500"_s, u"无码商品"_s, {});
+  openList();
+  make({u"100"_s}, 5000);
+  make({u"500"_s});
+  act(u"Act_Print"_s);
+  for (int turn = 0; turn < 200 && text(u"WarningTitle"_s) != u"请注意："_s; ++turn)
+    done({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 20}});
+  EXPECT_EQ(text(u"WarningTitle"_s), u"请注意："_s);
+  EXPECT_EQ(text(u"Warnings"_s), u"无码商品：没有条码"_s);
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(LabelPrinting, AllWarningsCanBeRead) {
+  QStringList products, told;
+  for (int i = 0; i < 20; ++i) {
+    products << u"N%1"_s.arg(i);
+    product(products.last(), u"商品%1"_s.arg(i), {});
+    told << u"商品%1：没有条码"_s.arg(i);
+  }
+  openPrinting(products);
+  EXPECT_EQ(text(u"Warnings"_s).toStdString(), told.join(u'\n').toStdString());
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(LabelPrinting, NumbersOutOfRangeAreToldAndNothingIsPrinted) {
+  openPrinting();
+  const std::pair<QString, QString> cases[] = {{u"StartAt"_s, u"从第几个标签开始应在 1 到 24 之间!"_s},
+                                               {u"OffsetX"_s, u"向右偏移(毫米)应在 -100 到 100 之间!"_s},
+                                               {u"OffsetY"_s, u"向下偏移(毫米)应在 -100 到 100 之间!"_s},
+                                               {u"ScaleX"_s, u"横向缩放(%)应在 50 到 200 之间!"_s},
+                                               {u"ScaleY"_s, u"纵向缩放(%)应在 50 到 200 之间!"_s}};
+  for (const auto& [field, error] : cases) {
+    const QString usual = text(field);
+    type(field, u"500"_s);
+    EXPECT_EQ(text(u"Warnings"_s), error);
+    click(u"btn_ok"_s);
+    EXPECT_EQ(messages(), Lines{error});
+    EXPECT_EQ(frontClass(), u"LabelDialog"_s);
+    EXPECT_EQ(text(field), u"500"_s);
+    type(field, usual);
+  }
+  type(u"StartAt"_s, u"24"_s);
+  EXPECT_EQ(text(u"Warnings"_s), u"没有问题"_s);
+  goTo(u"LayoutGrid"_s, 2);  // where it is not asked for
+  EXPECT_EQ(text(u"Warnings"_s), u"没有问题"_s);
+  goTo(u"LayoutGrid"_s, 0);
+  type(u"ScaleX"_s, u"500"_s);
+  press(u"Esc"_s);
+  act(u"Act_Print"_s);
+  EXPECT_EQ(text(u"ScaleX"_s), u"100"_s);
+  press(u"Esc"_s);
+  messages();
+}
+
 }  // namespace
 }  // namespace goodsbook

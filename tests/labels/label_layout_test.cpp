@@ -5,6 +5,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QStringEncoder>
 #include <QTemporaryDir>
 
 #include "host/print/label_layouts.h"
@@ -69,10 +71,13 @@ TEST(LabelLayouts, TellFileLineAndWhatIsWrong) {
       {head + u"文字 1 2 3 0 名称\n"_s, at(6, "数字 0 超出范围")},
       {head + u"文字 60 2 20 4 名称\n"_s, at(6, "内容超出标签（70 × 37 毫米）")},
       {head + u"条码 1 1 40 10\n文字 1 9 40 4 名称\n"_s, at(7, "内容与第 6 行的条码重叠")},
-      {head + u"行数 1.5\n"_s, at(6, "“行数”后面应是整数")},
-      {head + u"列数 4\n文字 1 2 3 4 名称\n"_s, at(3, "标签共宽 280 毫米，纸宽只有 210 毫米")},
+      {QString(head).replace(u"行数 8"_s, u"行数 1.5"_s), at(5, "“行数”后面应是整数")},
+      {QString(head).replace(u"列数 3"_s, u"列数 4"_s) + u"文字 1 2 3 4 名称\n"_s,
+       at(3, "标签共宽 280 毫米，纸宽只有 210 毫米")},
       {head + u"边距 0 10\n文字 1 2 3 4 名称\n"_s, at(3, "标签共高 306 毫米，纸高只有 297 毫米")},
       {head + u"间距 1 2 3\n"_s, at(6, "不认识“3”")},
+      {head + u"纸张 A5\n"_s, at(6, "“纸张”已写在第 2 行")},
+      {head + u"边距 1 1\n间距 1 1\n边距 0 0\n"_s, at(8, "“边距”已写在第 6 行")},
       {head, at(6, "标签上没有内容：缺少“文字”或“条码”")},
       {u"纸张 A4\n标签 1 1\n文字 0 0 1 1 名称"_s, at(3, "缺少“名称”")},
       {u"名称 甲\n标签 1 1\n文字 0 0 1 1 名称"_s, at(3, "缺少“纸张”")},
@@ -124,6 +129,38 @@ TEST(LabelLayouts, TheUsersOwnComeBesideTheShippedOnesOrInTheirPlace) {
   const auto wrong = std::ranges::find(all, u"broken.label"_s, &LabelLayoutFile::name);
   EXPECT_EQ(wrong->error.toStdString(), "标签样式 " + folder.filePath(u"broken.label"_s).toStdString() +
                                             " 第 2 行：“纸张”后面应是数字，现在是“B9”。");
+}
+
+TEST(LabelLayouts, AFileInAnotherEncodingIsTold) {
+  const QTemporaryDir folder;
+  const auto put = [&](const QString& name, const QByteArray& bytes) {
+    QFile file(folder.filePath(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+  };
+  const QString text = head + u"文字 1 2 30 4 \"{名称}\"\n"_s;
+  const auto utf16 = [&text](QStringConverter::Encoding encoding, QStringConverter::Flag flag) {
+    QStringEncoder encode(encoding, flag);
+    return QByteArray(encode(text));
+  };
+  using Converter = QStringConverter;
+  put(u"gbk.label"_s, "\xc3\xfb\xb3\xc6 \xbc\xd7\n");
+  put(u"utf16-bom.label"_s, utf16(Converter::Utf16LE, Converter::Flag::WriteBom));
+  put(u"utf16-le.label"_s, utf16(Converter::Utf16LE, Converter::Flag::Default));
+  put(u"utf16-be.label"_s, utf16(Converter::Utf16BE, Converter::Flag::WriteBom));
+  put(u"cut.label"_s, text.toUtf8() + "# \xe5\x90");
+  put(u"good.label"_s, text.toUtf8());
+  put(u"marked.label"_s, "\xef\xbb\xbf" + text.toUtf8());
+  int wrong = 0;
+  for (const LabelLayoutFile& each : labelLayouts(folder.path())) {
+    if (each.shipped) continue;
+    const QString name = QFileInfo(each.path).fileName();
+    const bool good = name == u"good.label"_s || name == u"marked.label"_s;
+    wrong += !good;
+    EXPECT_EQ(each.error.toStdString(),
+              good ? "" : "标签样式 " + each.path.toStdString() + " 不是 UTF-8 编码：请用 UTF-8 保存。");
+  }
+  EXPECT_EQ(wrong, 5);
 }
 
 }  // namespace

@@ -244,6 +244,33 @@ TEST_F(PrintedLabels, LongNamesAreWrappedShrunkAndNeverCutInSilence) {
   EXPECT_EQ(cut.texts(), QStringList{name + u"：“"_s + name + u"”在标签上放不下，只印出一部分"_s});
 }
 
+TEST_F(PrintedLabels, ATextTooLargeForItsPlaceIsTold) {
+  const auto toldAbout = [this](const QString& item) {
+    const QString text = u"名称 甲\n纸张 60 40\n标签 60 40\n"_s + item;
+    const std::vector<LabelRow> rows{labelFor(u"100"_s)};
+    const LabelJob job = jobOf(readLabelLayout(text, u"my.label"_s), 300, rows);
+    LabelWarnings warnings;
+    printed(job, 0, warnings);
+    return warnings.texts().join(u'\n').toStdString();
+  };
+  const std::string told = "立冬里巧克力味冰棍：“11.30”在标签上放不下，只印出一部分";
+  EXPECT_EQ(toldAbout(u"文字 1 1 30 3 {售价} 字号 8"_s), "");
+  EXPECT_EQ(toldAbout(u"文字 1 1 30 1 {售价} 字号 8"_s), told);    // too low for the smallest letters
+  EXPECT_EQ(toldAbout(u"文字 1 1 0.3 30 {售价} 字号 8"_s), told);  // too narrow for a single one
+}
+
+TEST_F(PrintedLabels, WarningsAreBoundedAndCounted) {
+  LabelWarnings warnings;
+  LabelRow row;
+  for (int i = 0; i < 1500; ++i) {
+    row[LabelField::Name] = u"商品%1"_s.arg(i);
+    for (int copy = 0; copy < 2; ++copy) warnings.add(row, u"没有条码"_s);
+  }
+  EXPECT_EQ(warnings.texts().size(), 1000);
+  EXPECT_TRUE(warnings.all().endsWith(u"商品999：没有条码\n……还有 500 条"_s));
+  EXPECT_TRUE(warnings.summary().endsWith(u"商品11：没有条码\n……还有 1488 条"_s));
+}
+
 TEST_F(PrintedLabels, APdfIsReadAtItsResolution) {
   openList();
   make({u"100"_s, u"200"_s, u"300"_s}, 9);
@@ -301,7 +328,7 @@ class SampleLabels : public PrintedLabels {
   }
 };
 
-TEST_F(SampleLabels, AThousandProductsAreReadFromSheets) {
+TEST_F(SampleLabels, AThousandProductsAreReadFromSheetsRollsAndTags) {
   std::vector<LabelRow> rows;
   for (const std::vector<QString>& product :
        sql(u"select D1801.WL_ID,TM,WL_NAME,WL_GG,CD,SJ,VIPSJ from D1801 inner join D1801DW on "
@@ -317,10 +344,13 @@ TEST_F(SampleLabels, AThousandProductsAreReadFromSheets) {
     rows.push_back(std::move(row));
   }
   ASSERT_EQ(rows.size(), 1000U);
-  const LabelJob job = jobOf(shipped().front().layout, 203, rows);
-  LabelWarnings warnings;
-  for (int page = 0; page < job.pageCount(); ++page) expectCodes(printed(job, page, warnings), job, page);
-  EXPECT_EQ(warnings.texts(), QStringList());
+  constexpr std::size_t sheet = 0, roll = 2, tag = 5;
+  for (const std::size_t layout : {sheet, roll, tag}) {
+    const LabelJob job = jobOf(shipped()[layout].layout, 203, rows);
+    LabelWarnings warnings;
+    for (int page = 0; page < job.pageCount(); ++page) expectCodes(printed(job, page, warnings), job, page);
+    EXPECT_EQ(warnings.texts(), QStringList());
+  }
 }
 
 }  // namespace
