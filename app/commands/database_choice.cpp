@@ -63,10 +63,12 @@ QString DatabaseChoice::chosen() const {
 
 ServerLogin serverLoginForCommand(const ServerAddress& address) {
   ServerLogin login = serverLoginFromEnvironment();
-  if (!login.user.isEmpty()) return login;
+  if (!login.user.isEmpty() && qEnvironmentVariableIsSet("GOODSBOOK_SERVER_PASSWORD")) return login;
   Terminal terminal;
   if (!terminal.isThere()) return login;
-  login.user = terminal.ask(Texts::tr("%1 的用户：").arg(address.displayName()), true);
+  if (login.user.isEmpty()) {
+    login.user = terminal.ask(Texts::tr("%1 的用户：").arg(address.displayName()), true);
+  }
   login.password = terminal.ask(Texts::tr("密码："), false);
   return login;
 }

@@ -218,6 +218,27 @@ TEST_F(LostConnectionTest, DeadlockVictimsAreTriedAgain) {
   EXPECT_GT(relay_->passed("BEGIN") - begun, 2 * rounds) << "no dead-lock came about";
 }
 
+TEST_F(LostConnectionTest, PicturesThatAreDeadlockVictimsAreStoredAgain) {
+  // Each picture locks its own row and then, by the trigger, that of the other one.
+  server().psql(
+      u"create table d1801 (wl_id varchar(20) primary key, pict bytea, n int default 0);"
+      "insert into d1801 values ('7',null),('8',null);"
+      "create function other() returns trigger language plpgsql as "
+      "'begin perform pg_sleep(0.02); update d1801 set n=n+1 where wl_id<>new.wl_id; return null; end';"
+      "create trigger others after update of pict on d1801 for each row execute function other()"_s);
+  const auto beside = open();
+  constexpr int rounds = 4;
+  const auto work = [](Database& shop, const QString& key) {
+    for (int i = 0; i < rounds; ++i) shop.storeBlob(u"D1801"_s, u"pict"_s, u"WL_ID"_s, key, "bytes");
+  };
+  auto other = std::async(std::launch::async, [&] { work(*beside, u"8"_s); });
+  EXPECT_NO_THROW(work(database(), u"7"_s));
+  EXPECT_NO_THROW(other.get());
+  EXPECT_EQ(server().psql(u"select sum(n) from d1801"_s), QString::number(2 * rounds));
+  EXPECT_NE(server().psql(u"select deadlocks from pg_stat_database where datname=current_database()"_s),
+            u"0"_s);
+}
+
 TEST_F(LostConnectionTest, NumbersAreNeverDrawnTwice) {
   constexpr int draws = 60;
   const QDateTime now(QDate(2026, 11, 20), QTime(10, 0));

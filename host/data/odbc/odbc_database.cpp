@@ -218,7 +218,14 @@ bool OdbcDatabase::settlesDoubt(const QString& batch, const AuditLine& line) {
 int OdbcDatabase::storeBlob(const QString& table, const QString& field, const QString& keyField,
                             const QString& keyValue, const QByteArray& bytes) {
   int rows = 0;
-  inOwnTransaction([&] { rows = updateBlob(*main_, table, field, keyField, keyValue, bytes); });
+  const auto store = [&] {
+    inOwnTransaction([&] { rows = updateBlob(*main_, table, field, keyField, keyValue, bytes); });
+  };
+  if (inTransaction_) {
+    store();
+  } else {
+    retried(store);
+  }
   return rows;
 }
 
