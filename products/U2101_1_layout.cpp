@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QStackedWidget>
 
+#include "host/U_glo.h"
 #include "host/forms/form_builder.h"
 #include "host/lookup/pickers.h"
 #include "products/U2101_1.h"
@@ -22,6 +23,14 @@ QAction* addItem(QWidget* menu, const QString& name, const QString& text, const 
   action->setShortcut(key);
   menu->addAction(action);
   return action;
+}
+
+// Prices that are changed where they stand show at least the decimals of the price format, and hide none.
+QString openPriceFormat() {
+  QString format = G_PriceFormat;
+  qsizetype end = format.size();
+  while (end > 0 && !u"0#."_s.contains(format[end - 1])) --end;
+  return format.insert(end, format.contains(u'.') ? u"######"_s : u".######"_s);
 }
 
 // The labels of the screen's parts end at one edge.
@@ -157,7 +166,8 @@ QWidget* TF2101_1::buildUnitGrid() {
   DBGridEh1 = new TDBGridEh(body());
   DBGridEh1->setObjectName(u"DBGridEh1"_s);
   const auto number = [](const QString& field, const QString& title) {
-    return GridColumn{.field = field, .title = title, .width = 74, .readOnly = false};
+    return GridColumn{
+        .field = field, .title = title, .width = 74, .readOnly = false, .displayFormat = openPriceFormat()};
   };
   DBGridEh1->setColumns({
       {.field = u"T"_s, .title = tr("主单位"), .width = 50, .readOnly = false, .checkBox = true},

@@ -67,7 +67,10 @@ QString TF2101_1::headerStatements() const {
 QString TF2101_1::unitStatements() {
   const QString code = text(u"Edit1"_s);
   if (!singleUnit_) {
-    units_.check();
+    units_.check([this](const QString& field) {
+      DBGridEh1->setSelectedField(field);
+      DBGridEh1->setFocus();
+    });
     return units_.statements(code);
   }
   const QString unit = text(u"dw_id"_s);
@@ -117,10 +120,10 @@ void TF2101_1::showInList() {
                                        {u"CLASS_ID"_s, u"CLASS_ID"_s},
                                        {u"CLASS_NAME"_s, u"CLASS_NAME"_s},
                                        {u"NOTE"_s, u"NOTE"_s},
-                                       {u"CD"_s, u"CD"_s},
-                                       {u"DJ"_s, u"DJ"_s}}) {
+                                       {u"CD"_s, u"CD"_s}}) {
     list.setValue(field, text(element));
   }
+  if (isAdding()) list.setValue(u"DJ"_s, 0);  // else it stays: the screen shows it rounded
   list.setValue(u"PYM"_s, Zpy::GetPY(text(u"Edit2"_s)));
   list.setValue(isAdding() ? u"BDATE"_s : u"EDATE"_s, Session::current().desktop().now());
   list.setValue(u"USER_ID"_s, G_UserId);

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QPushButton>
 
+#include "host/U_function.h"
 #include "host/data/U_dataop.h"
 #include "host/forms/form_builder.h"
 #include "products/U2101_4p.h"
@@ -133,6 +134,10 @@ void tF2101_4::FormKeyDown(QKeyEvent* event) {
 }
 
 void tF2101_4::BtnPrintClick() {
+  if (AdoQry_Tmp.isEmpty()) {
+    DISPINFO(tr("没有可打印的图片"), 5);
+    return;
+  }
   tF2101_4P report(this);
   report.init(AdoQry_Tmp);
 }

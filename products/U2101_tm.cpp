@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTextBlock>
 
 #include "host/U_function.h"
 #include "host/data/U_dataop.h"
@@ -13,8 +14,17 @@ using namespace Qt::StringLiterals;
 namespace goodsbook {
 
 namespace {
+
 constexpr int longestBarcode = 30;
+
+void showLine(QPlainTextEdit& memo, int line) {
+  QTextCursor cursor(memo.document()->findBlockByNumber(line));
+  cursor.select(QTextCursor::BlockUnderCursor);
+  memo.setTextCursor(cursor);
+  memo.setFocus();
 }
+
+}  // namespace
 
 TF2101_TM::TF2101_TM(QWidget* owner) : TFrm_Base_Dialog(owner) {
   setWindowTitle(tr("一品多码设定"));
@@ -48,10 +58,12 @@ void TF2101_TM::btn_okClick() {
   TFrm_Base_Dialog::btn_okClick();
   // The first insert follows the number without a separator: a statement begins at its keyword.
   QString batch = u"delete from D1801DWTM where adw="_s + adw_;
-  for (const QString& line : text(u"Memo1"_s).split(u'\n')) {
-    const QString barcode = line.trimmed();
+  const QStringList lines = text(u"Memo1"_s).split(u'\n');
+  for (qsizetype i = 0; i < lines.size(); ++i) {
+    const QString barcode = lines[i].trimmed();
     if (barcode.size() > longestBarcode) {
       DISPINFO(tr("条码长度不可超过30位!"), 5);
+      showLine(*element<QPlainTextEdit>(u"Memo1"_s), static_cast<int>(i));
       return;
     }
     if (!barcode.isEmpty()) batch += u"insert into D1801DWTM values("_s + adw_ + u",'"_s + barcode + u"');"_s;

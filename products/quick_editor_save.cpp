@@ -180,7 +180,6 @@ void QuickProductEditor::writeBack() {
                                        {u"CLASS_NAME"_s, u"CLASS_NAME"_s},
                                        {u"NOTE"_s, u"NOTE"_s},
                                        {u"cd"_s, u"CD"_s},
-                                       {u"DJ"_s, u"DJ"_s},
                                        {u"dw_id"_s, u"dw_id"_s},
                                        {u"DW_NAME"_s, u"DW_NAME"_s},
                                        {u"SJ"_s, u"SJ"_s},
@@ -193,6 +192,7 @@ void QuickProductEditor::writeBack() {
                                        {u"DW_J_NAME"_s, u"Edit4"_s}}) {
     row.setValue(field, text(element));
   }
+  if (isAdding()) row.setValue(u"DJ"_s, 0);  // else it stays: the screen shows it rounded
   if (hasReferencePrices_) {
     for (const QString& name : {u"PFJ1"_s, u"PFJ2"_s, u"PFJ3"_s, u"PFJ4"_s}) row.setValue(name, text(name));
   }

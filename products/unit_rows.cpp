@@ -7,6 +7,7 @@
 #include "host/data/U_dataop.h"
 #include "host/data/errors.h"
 #include "host/data/value_text.h"
+#include "host/lookup/lookup_table.h"
 
 using namespace Qt::StringLiterals;
 
@@ -181,7 +182,7 @@ bool UnitRows::moveToMain() {
   return false;
 }
 
-void UnitRows::check() {
+void UnitRows::check(const PointTo& pointTo) {
   if (rows_.state() == RecordSet::State::Edit || rows_.state() == RecordSet::State::Insert) rows_.post();
   if (rows_.isEmpty()) refuse("请在表格最少输入一种单位,且至少要标志一个主单位!");
   if (!rows_.hasChanges()) return;
@@ -191,9 +192,27 @@ void UnitRows::check() {
   if (mains != 1) refuse("每一商品必须定义一个主单位!,不可定义多个,也不可没有");
   moveToMain();
   // To four decimal places, halves to even.
-  if (std::nearbyint(rows_.number(u"ABASE"_s) * 10000) != 10000) refuse("主单位的转换率应该是  1  ,请更正!");
+  if (std::nearbyint(rows_.number(u"ABASE"_s) * 10000) != 10000) {
+    DISPINFO(translated("主单位的转换率应该是  1  ,请更正!"), 5);
+    pointTo(u"ABASE"_s);
+    throw EAbort();
+  }
+  checkUnits(pointTo);
   rows_.tag = checkedAsUnits;
   checkDatamore(rows_, u"abase"_s, {});
+}
+
+// Lists join to the unit: without one the product would be lost.
+void UnitRows::checkUnits(const PointTo& pointTo) {
+  const int unit = rows_.fieldIndex(u"DW_ID"_s);
+  for (int row = 0; row < rows_.rowCount(); ++row) {
+    const QString code = rows_.textAt(row, unit).trimmed();
+    if (lookup::units().nameOf(code)) continue;
+    rows_.moveTo(row);
+    DISPINFO(code.isEmpty() ? translated("单位不能为空!") : translated("单位【%1】不存在!").arg(code), 5);
+    pointTo(u"DW_ID"_s);
+    throw EAbort();
+  }
 }
 
 QString UnitRows::statements(const QString& product) const {

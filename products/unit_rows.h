@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QString>
+#include <functional>
 
 #include "host/data/record_set.h"
 
@@ -18,8 +19,10 @@ class UnitRows {
   void openEmpty(const QString& moduleCode);
 
   // Shows a message and throws EAbort when the rows cannot be saved: no row, not one main unit, its rate is
-  // not 1, or a rate that is none.
-  void check();
+  // not 1, a unit that there is not, or a rate that is none. Where one cell is to blame its row is current
+  // then and `pointTo` is called with its field.
+  using PointTo = std::function<void(const QString& field)>;
+  void check(const PointTo& pointTo);
 
   // The statements of all changes, in the order in which they were made.
   QString statements(const QString& product) const;
@@ -33,6 +36,7 @@ class UnitRows {
   void readNames(const QString& moduleCode);
   void load(const QString& moduleCode, const QString& product);
   void setDefaults();
+  void checkUnits(const PointTo& pointTo);
 
   RecordSet& rows_;
   RecordSet source_;

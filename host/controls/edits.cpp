@@ -190,8 +190,7 @@ QString TDBNumberEditEh::accepted(const QString& typed, const QString& before, c
 }
 
 void TDBNumberEditEh::setValue(double value) {
-  QString format = format_;
-  setText(format.isEmpty() ? floatText(value) : formatNumber(value, format.remove(u',')));
+  setText(editableNumber(value, format_));
 }
 
 double TDBNumberEditEh::value() const {

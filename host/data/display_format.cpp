@@ -101,6 +101,15 @@ QString formatNumber(double value, const QString& format) {
   return text + by.suffix;
 }
 
+QString editableNumber(double value, QString format) {
+  if (!format.isEmpty()) {
+    const QString shown = formatNumber(value, format.remove(u','));
+    bool isNumber = false;
+    if (shown.toDouble(&isNumber) == value && isNumber) return shown;
+  }
+  return floatText(value);
+}
+
 QString formatDateTime(qint64 milliseconds, const QString& format) {
   const QDateTime local = toDateTime(milliseconds);
   return local.toString(format.isEmpty() ? QStringLiteral("yyyy-MM-dd HH:mm:ss") : format);

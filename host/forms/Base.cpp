@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QKeyEvent>
+#include <QScreen>
 #include <algorithm>
 
 #include "host/data/errors.h"
@@ -85,6 +86,9 @@ void TFrm_Base::lastWords() {
 
 bool TFrm_Base::event(QEvent* event) {
   if (event->type() == QEvent::DeferredDelete) lastWords();
+  if (event->type() == QEvent::Show && !event->spontaneous() && isWindow()) {
+    resize(size().boundedTo(screen()->availableSize()));  // a shop's till may have a small screen
+  }
   return QDialog::event(event);
 }
 

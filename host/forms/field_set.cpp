@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "host/controls/edits.h"
+#include "host/data/display_format.h"
 
 using namespace Qt::StringLiterals;
 
@@ -30,8 +31,13 @@ QLabel* nameLabelOf(const QWidget* widget) {
   return lookup ? lookup->nameLabel() : nullptr;
 }
 
-QString shown(const FieldSpec& spec, const RecordSet& rows) {
+QString shown(const FieldSet::Bound& field, const RecordSet& rows) {
+  const FieldSpec& spec = field.spec;
   const QVariant value = rows.value(spec.column);
+  const QString& format = rows.field(rows.fieldIndex(spec.column)).displayFormat;
+  // What stands in an edit is saved: no decimal may get lost on the way there.
+  if (value.typeId() == QMetaType::Double && !format.isEmpty() && qobject_cast<QLineEdit*>(field.widget))
+    return editableNumber(value.toDouble(), format);
   if (!spec.format.isEmpty() && value.typeId() == QMetaType::QDateTime)
     return value.toDateTime().toString(spec.format);
   return rows.text(spec.column);
@@ -44,7 +50,7 @@ void loadField(const FieldSet::Bound& field, const RecordSet& rows) {
              number && !number->displayFormat().isEmpty() && !rows.isNull(field.spec.column)) {
     number->setValue(rows.number(field.spec.column));
   } else {
-    setElementText(field.widget, shown(field.spec, rows));
+    setElementText(field.widget, shown(field, rows));
   }
 }
 

@@ -235,7 +235,7 @@ void ListScreen::setFilterDialog(TFrm_Sys_Filter* filter) {
 void ListScreen::setCondition(const QString& condition, const QString& displayText) {
   conditionText_ = condition;
   displayText_ = displayText;
-  filterLabel_->setText(displayText.trimmed());
+  filterLabel_->setText(displayText);
   filterLabel_->setToolTip(displayText.trimmed());
   const bool narrowed = !condition.trimmed().isEmpty();
   filterLabel_->setVisible(narrowed);

@@ -1,5 +1,6 @@
 #include "host/forms/ok_cancel_screen.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
@@ -25,6 +26,24 @@ bool isInGridEdit(const QWidget* focus) {
   return false;
 }
 
+constexpr const char* placeProperty = "placeBefore";  // of btn_ok: where the user was before
+
+void keepPlace(QPushButton* ok, QWidget* focus) {
+  const QWidget* screen = ok->window();
+  if (!focus || focus == screen || focus->window() != screen || qobject_cast<QPushButton*>(focus)) return;
+  QWidget* place = focus;
+  // A cell's editor goes when it loses the focus; its grid keeps the cell.
+  for (QWidget* widget = focus; widget != screen; widget = widget->parentWidget()) {
+    if (qobject_cast<TDBGridEh*>(widget)) place = widget;
+  }
+  ok->setProperty(placeProperty, QVariant::fromValue(QPointer<QWidget>(place)));
+}
+
+void backToPlace(const QPushButton* ok) {
+  const auto place = ok->property(placeProperty).value<QPointer<QWidget>>();
+  if (place && place->isVisibleTo(ok->window()) && place->isEnabled()) place->setFocus(Qt::OtherFocusReason);
+}
+
 }  // namespace
 
 OkCancelScreen::OkCancelScreen(QWidget* owner)
@@ -42,6 +61,10 @@ OkCancelScreen::OkCancelScreen(QWidget* owner)
   layout->addSpacing(6);
   layout->addLayout(buttons_);
   connect(btn_ok, &QPushButton::clicked, this, &OkCancelScreen::pressOk);
+  // A click gives OK the focus before it presses it.
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget* from, const QWidget* to) {
+    if (to == btn_ok) keepPlace(btn_ok, from);
+  });
   onClick(btn_Cancel, [this] { btn_CancelClick(); });
 }
 
@@ -60,10 +83,14 @@ void OkCancelScreen::pressOk() {
   if (pressing_ || !okAllowed()) return;
   pressing_ = true;
   const QPointer<OkCancelScreen> self = this;
-  guarded(this, [this] {
+  keepPlace(btn_ok, focusWidget());
+  const bool ended = guarded(this, [this] {
     if (leaveFor(btn_ok)) btn_okClick();
   });
-  if (self) pressing_ = false;
+  if (!self) return;
+  pressing_ = false;
+  // Unless whatever refused it put the focus elsewhere, the user goes on where he was.
+  if (!ended && focusWidget() == btn_ok) backToPlace(btn_ok);
 }
 
 void OkCancelScreen::FormKeyDown(QKeyEvent* event) {

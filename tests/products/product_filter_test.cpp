@@ -108,7 +108,7 @@ TEST_F(ProductFilter, AllFieldsTogether) {
       u"((D1801DW.TM LIKE '%P1%') or (D1801.WL_ID LIKE '%P1%') or (D1801.WL_name LIKE '%P1%') or (D1801.PYM LIKE '%P1%')) and D1801.WL_GG LIKE '%500%' and D1801.CLASS_ID='01' and D1801.WL_YS='1'"_s))
       << condition.toStdString();
   EXPECT_EQ(shown(), QStringList{u"P1"_s});
-  EXPECT_TRUE(listSays(u"●编码/条码/品名/拼音码 包含  P1  ●规格 包含 500 ●商品类型=01"_s));
+  EXPECT_TRUE(listSays(u" ●编码/条码/品名/拼音码 包含  P1  ●规格 包含 500 ●商品类型=01"_s));
 }
 
 TEST_F(ProductFilter, QuickKeysLookAtTheFirstFieldOnly) {

