@@ -105,15 +105,14 @@ void TF2101_IMP::readFile(const QString& path) {
   const auto book = openSheets(path, {.columns = fileColumns, .pause = pause});
   const auto rows = book->rows(0);
   D_MAIN.clear();
-  lab_hint->setText(u"0"_s);
   int next = firstRow;
   {
     const QuietRows quiet(&D_MAIN);
     SheetRow row;
     while (rows->next(row)) {
       if (row.number < next) continue;
-      for (QString& cell : row.cells) cell = importText(cell);
       if (row.number > next || row.cells.front().isEmpty()) break;
+      for (QString& cell : row.cells) cell = importText(cell);
       addRow(row.cells);
       ++next;
       if (sinceEvents_.elapsed() < betweenEventsMs) continue;

@@ -5,6 +5,7 @@
 
 #include "host/controls/TDBGridEh.h"
 #include "host/forms/Base_dialog.h"
+#include "products/string_list.h"
 
 class QProgressBar;
 

@@ -82,6 +82,7 @@ void TF2101_IMP::buildGrid() {
   GRID1->setObjectName(u"GRID1"_s);
   GRID1->setColumns(shown);
   GRID1->setRecordSet(&D_MAIN);
+  GRID1->verticalHeader()->setMinimumSectionSize(rowHeight);
   GRID1->verticalHeader()->setDefaultSectionSize(rowHeight);
   GRID1->setSelectionBehavior(QAbstractItemView::SelectRows);
   GRID1->setEmptyText(

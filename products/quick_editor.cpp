@@ -136,15 +136,24 @@ void QuickProductEditor::TMExit() {
   const QString barcode = text(u"TM"_s);
   if (barcode.trimmed().isEmpty() || !isAdding() || !barcodeDirty_) return;
   barcodeDirty_ = false;
-  if (!barcodePrompt_) barcodePrompt_ = new TF2101A_2(this);
-  barcodePrompt_->init(barcode);
-  if (barcodePrompt_->rows().isEmpty()) return;
-  if (barcodePrompt_->exec() != QDialog::Accepted) throw EAbort();
-  const RecordSet& chosen = barcodePrompt_->rows();
+  TF2101A_2& prompt = barcodePrompt();
+  prompt.init(barcode);
+  if (prompt.rows().isEmpty()) return;
+  if (prompt.exec() != QDialog::Accepted) throw EAbort();
+  const RecordSet& chosen = prompt.rows();
   setText(u"Edit2"_s, chosen.text(u"wl_name"_s));
   setText(u"Edit3"_s, chosen.text(u"wl_gg"_s));
   setText(u"CD"_s, chosen.text(u"cd"_s));
   setText(u"DW_NAME"_s, chosen.text(u"dw_name"_s));  // the unit's code stays as it was
+}
+
+// One for all editors, so that the offline library is opened and counted once. The outermost window owns it
+// and lives as long as the program's session works.
+TF2101A_2& QuickProductEditor::barcodePrompt() {
+  QWidget* outermost = this;
+  while (QWidget* owner = outermost->parentWidget()) outermost = owner;
+  auto* prompt = outermost->findChild<TF2101A_2*>({}, Qt::FindDirectChildrenOnly);
+  return prompt ? *prompt : *new TF2101A_2(outermost);
 }
 
 void QuickProductEditor::TMChange() {

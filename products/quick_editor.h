@@ -36,6 +36,7 @@ class QuickProductEditor : public TFrm_Base_Detail {
 
   void Edit1Exit();
   void TMExit();
+  TF2101A_2& barcodePrompt();
   void TMChange();
   void vipsjExit();
   void BTN_CHANGEClick();
@@ -55,7 +56,6 @@ class QuickProductEditor : public TFrm_Base_Detail {
   const bool hasReferencePrices_;
   bool fromDocument_ = false;
   bool barcodeDirty_ = true;  // the barcode was not looked up since it was changed
-  TF2101A_2* barcodePrompt_ = nullptr;
   QPushButton* BTN_CHANGE = nullptr;
 };
 

@@ -1,6 +1,7 @@
 # Sources of products/.
 target_sources(masterdata_screens PRIVATE
   ${CMAKE_SOURCE_DIR}/products/merge.cpp ${CMAKE_SOURCE_DIR}/products/import_run.cpp
+  ${CMAKE_SOURCE_DIR}/products/string_list.cpp
   ${CMAKE_SOURCE_DIR}/products/U2101_imp.cpp ${CMAKE_SOURCE_DIR}/products/U2101_imp_layout.cpp
   ${CMAKE_SOURCE_DIR}/products/picture.cpp ${CMAKE_SOURCE_DIR}/products/quiet_rows.cpp
   ${CMAKE_SOURCE_DIR}/products/unit_rows.cpp

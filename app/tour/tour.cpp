@@ -1,9 +1,11 @@
 #include "app/tour/tour.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QJsonArray>
 #include <QPixmap>
 #include <QTabWidget>
+#include <QTemporaryDir>
 
 #include "app/appearance.h"
 #include "app/driver/driver.h"
@@ -50,6 +52,7 @@ void Tour::run() {
   visitLabels();
   visitWarehouseRights();
   visitQuickEditors();
+  visitImport();
   picturesOfWindow();
 }
 
@@ -180,6 +183,38 @@ void Tour::visitQuickEditors() {
     send({{u"cmd"_s, u"click"_s}, {u"element"_s, u"btn_Cancel"_s}});
   }
   onGui([] { setGlobal(u"GPARAM28"_s, u"0"_s); });
+}
+
+// The import with a file read that holds new products and one that exists. They stay in its grid: the tour
+// may be shown over a shop's own database.
+void Tour::visitImport() {
+  constexpr int products = 101;
+  const QTemporaryDir folder;
+  QFile file(folder.filePath(u"goods.csv"_s));
+  if (!opened_.contains(products) || !file.open(QIODevice::WriteOnly)) return;
+  const QString query =
+      u"select top 1 D1801DW.TM,D1801.WL_NAME from D1801 inner join D1801DW on D1801.WL_ID=D1801DW.WL_ID where D1801DW.TM<>''"_s;
+  const QJsonValue known =
+      send({{u"cmd"_s, u"sql"_s}, {u"text"_s, query}})["sets"_L1].toArray()[0]["rows"_L1][0];
+  QString lines = u"条码,品名,规格,零售价,会员价\n"_s;
+  if (!known[0].toString().isEmpty()) {
+    lines += u"%1,\"%2\",500ml,5.00,4.50\n"_s.arg(known[0].toString(), known[1].toString());
+  }
+  lines += u"6990000000016,桂花酸梅汤,500ml,6.00,5.50\n6990000000023,海盐苏打饼干,200g,8.80,8.00\n"_s;
+  file.write(lines.toUtf8());
+  file.close();
+  onGui([&] { window_.openModule(products, true); });
+  send({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 0}});
+  const QJsonValue list = front()["id"_L1];
+  send({{u"cmd"_s, u"action"_s}, {u"name"_s, u"Act_imp"_s}});
+  if (front()["id"_L1] != list) {
+    send({{u"cmd"_s, u"pickfile"_s}, {u"path"_s, file.fileName()}});
+    send({{u"cmd"_s, u"click"_s}, {u"element"_s, u"Edt_path.button"_s}});
+    send({{u"cmd"_s, u"click"_s}, {u"element"_s, u"btn_ref"_s}});
+    dialogPictures(u"101-imp-read"_s);
+    closeFront();
+  }
+  onGui([&] { window_.tabs()->currentWidget()->close(); });
 }
 
 void Tour::dialogPictures(const QString& name) {

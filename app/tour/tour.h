@@ -33,6 +33,7 @@ class Tour {
   void visitLabels();
   void visitWarehouseRights();
   void visitQuickEditors();
+  void visitImport();
   void dialogPictures(const QString& name);  // as it opens, and as small as it goes
   void picturesOfWindow();
 

@@ -61,6 +61,7 @@ class TDBGridEh::Private {
   std::vector<bool> programHidden, userHidden;
   QStringList appliedFields;  // what the columns were laid out for
   QByteArray pendingLayout;
+  int rowHeight = 0;  // as last reckoned from the font
   int anchor = -1;
   int pressedRow = -1, pressedColumn = -1;
   QColor evenRow;

@@ -62,9 +62,11 @@ void TDBGridEh::Private::setUp() {
 }
 
 void TDBGridEh::Private::applyRowHeight() {
-  const int height = q->fontMetrics().height() + 8;
-  q->verticalHeader()->setMinimumSectionSize(height);
-  q->verticalHeader()->setDefaultSectionSize(height);
+  QHeaderView* rows = q->verticalHeader();
+  if (rowHeight != 0 && rows->defaultSectionSize() != rowHeight) return;  // the screen has one of its own
+  rowHeight = q->fontMetrics().height() + 8;
+  rows->setMinimumSectionSize(rowHeight);
+  rows->setDefaultSectionSize(rowHeight);
 }
 
 void TDBGridEh::Private::setRecordSet(RecordSet* rows) {

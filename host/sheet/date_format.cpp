@@ -144,6 +144,10 @@ QString builtinNumberFormat(int number) {
       return u"0.00%"_s;
     case 11:
       return u"0.00E+00"_s;
+    case 12:
+      return u"# ?/?"_s;
+    case 13:
+      return u"# ?\?/??"_s;
     case 14:
       return u"yyyy/m/d"_s;
     case 15:

@@ -22,6 +22,7 @@ class GOODSBOOKHOST_EXPORT NumberFormat {
  private:
   enum class Part {
     Literal,
+    Slash,  // only while a format is read
     Digit,  // of the kind in `text`: 0 # ?
     Point,
     Percent,
@@ -49,9 +50,15 @@ class GOODSBOOKHOST_EXPORT NumberFormat {
     double value = 0;
     bool holds(double number) const;
   };
+  // Of a section that shows fractions: the places of its parts among the tokens.
+  struct Fraction {
+    int numerator = 0, slash = 0, end = 0;  // `end` is behind the denominator
+    int denominator = 0;                    // fixed by the format; 0: the best one with so many digits
+  };
   struct Section {
     std::vector<Token> tokens;
     std::optional<Condition> condition;
+    std::optional<Fraction> fraction;
     bool isDate = false;
     bool chinese = false;  // names of months and days
     bool grouped = false;
@@ -62,6 +69,8 @@ class GOODSBOOKHOST_EXPORT NumberFormat {
   class Reader;
 
   const Section& sectionFor(double value, bool& negative) const;
+  static std::vector<Section> read(const QString& code);
+  static QString fractionNumber(const Section& section, double value);
   static QString plainNumber(const Section& section, double value);
   static QString exponentNumber(const Section& section, double value);
   static QString moment(const Section& section, double value, bool since1904);

@@ -36,11 +36,24 @@ bool isMarkup(const QByteArray& head) {
          start.startsWith("<table");
 }
 
+// Of an OpenDocument file: which of its parts are locked stands in its table of contents.
+bool isLocked(const sheet::ZipArchive& archive) {
+  const QString contents = u"META-INF/manifest.xml"_s;
+  if (!archive.has(contents)) return false;
+  const auto entry = archive.open(contents);
+  const bool locked = entry->readAll().contains("manifest:encryption-data");
+  entry->check();
+  return locked;
+}
+
 std::unique_ptr<SheetBook> openZip(const QString& path, const SheetOptions& options) {
   const sheet::ZipArchive archive(path);
   if (archive.has(u"xl/workbook.xml"_s) || archive.has(u"[Content_Types].xml"_s))
     return sheet::openXlsx(path, options);
-  if (archive.has(u"mimetype"_s)) return sheet::openThroughOffice(path, options);
+  if (archive.has(u"mimetype"_s)) {
+    if (isLocked(archive)) sheet::failPassword(path);
+    return sheet::openThroughOffice(path, options);
+  }
   sheet::failNoSheet(path);
 }
 

@@ -6,7 +6,9 @@ target_sources(goodsbookhost PRIVATE
   sheet/csv_text.cpp
   sheet/date_format.cpp
   sheet/decimal_digits.cpp
+  sheet/fraction_format.cpp
   sheet/number_format.cpp
+  sheet/number_format_reader.cpp
   sheet/office_convert.cpp
   sheet/sheet_errors.cpp
   sheet/sheet_reader.cpp

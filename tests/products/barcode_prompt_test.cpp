@@ -254,6 +254,25 @@ TEST_F(BarcodePrompt, EachLookUpReplacesTheList) {
   leaveAll();
 }
 
+TEST_F(BarcodePrompt, OneServesAllEditorsAndCountsItsLibraryOnce) {
+  const auto promptShown = [this] {
+    return done({{u"cmd"_s, u"screens"_s}})["screens"_L1].toArray().last()["id"_L1].toInt();
+  };
+  library("6920000012345,雪碧,1L,瓶,广东\n");
+  leaveBarcode(u"6920000012345"_s);
+  const int first = promptShown();
+  EXPECT_EQ(text(u"Label1"_s), u"  本地离线条码库共：1"_s);
+  leaveAll();
+  done({{u"cmd"_s, u"close"_s}});
+  library("6920000012345,雪碧,1L,瓶,广东\n6920000054321,芬达,1L,瓶,广东\n");
+  set(u"GPARAM23"_s, u"2"_s);  // the other editor, of another list
+  leaveBarcode(u"6920000012345"_s);
+  EXPECT_EQ(frontClass(), u"TF2101A_2"_s);
+  EXPECT_EQ(promptShown(), first);
+  EXPECT_EQ(text(u"Label1"_s), u"  本地离线条码库共：1"_s);
+  leaveAll();
+}
+
 TEST_F(BarcodePrompt, ShortBarcodesAreNotInTheLibrary) {
   library("6920000012345,雪碧,1L,瓶,广东\n");
   for (const QString& barcode : {u"692000"_s, u"ABC1234567"_s}) {

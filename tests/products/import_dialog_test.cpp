@@ -1,8 +1,10 @@
 // The import of new products: its elements, and reading a file into the grid.
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QTableView>
 #include <QTimer>
 
+#include "app/driver/driver.h"
 #include "tests/products/import_screen.h"
 
 using namespace Qt::StringLiterals;
@@ -115,6 +117,29 @@ TEST_F(ImportDialog, ControlCharactersDoNotArrive) {
   read(csv(u"\"69\t\",\"两\r\n行\",1,2,3\n"_s));
   EXPECT_EQ(column(u"COL1"_s), Lines{u"69"_s});
   EXPECT_EQ(column(u"COL2"_s), Lines{u"两 行"_s});
+}
+
+TEST_F(ImportDialog, ABarcodeOfControlCharactersAloneDoesNotEndTheReading) {
+  openImport();
+  read(csv(u"69,甲,1,2,3\n\"\t\",乙,1,2,3\n70,丙,1,2,3\n"_s));
+  EXPECT_EQ(column(u"COL1"_s), (Lines{u"69"_s, QString(), u"70"_s}));
+  EXPECT_EQ(text(u"lab_hint"_s), u"5"_s);
+}
+
+TEST_F(ImportDialog, TheCounterChangesOnlyWithARowRead) {
+  openImport();
+  read(csv(u"69,甲,1,2,3\n"_s));
+  EXPECT_EQ(text(u"lab_hint"_s), u"3"_s);
+  read(csv({}));
+  EXPECT_EQ(text(u"lab_hint"_s), u"3"_s);
+}
+
+TEST_F(ImportDialog, ItsRowsAreLow) {
+  openImport();
+  read(csv(u"69,甲,1,2,3\n"_s));
+  int height = 0;
+  onGui([&] { height = driver().addressing().foremost()->findChild<QTableView*>(u"GRID1"_s)->rowHeight(0); });
+  EXPECT_EQ(height, 20);
 }
 
 TEST_F(ImportDialog, ASecondRowWithoutABarcodeLeavesTheGridEmpty) {

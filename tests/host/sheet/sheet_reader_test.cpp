@@ -141,6 +141,7 @@ TEST_F(SheetReader, AMissingFileIsToldByName) {
 }
 
 TEST_F(SheetReader, ALockedFileIsToldAsSuch) {
+  EXPECT_NE(refusal(fixture(u"locked.ods"_s)).find("密码"), std::string::npos);
   EXPECT_NE(refusal(fixture(u"locked.xls"_s)).find("密码"), std::string::npos);
   // A locked .xlsx is a file in a file with its contents under this name.
   QByteArray book = bytesOf(fixture(u"shown.xls"_s));
