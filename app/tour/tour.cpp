@@ -49,6 +49,7 @@ void Tour::run() {
   for (const ModuleGroup& group : moduleGroups()) {
     for (const Module& module : group.modules) visitModule(module.number);
   }
+  visitProductDialogs();
   visitLabels();
   visitWarehouseRights();
   visitQuickEditors();
@@ -114,6 +115,54 @@ void Tour::visitPickers(const QString& dialog) {
     picture(dialog + u'-' + name.section(u'.', 0, 0).toLower());
     closeFront();
   }
+}
+
+// The full editor with one unit and with several, what it opens, the filter, and the pictures before
+// printing.
+void Tour::visitProductDialogs() {
+  constexpr int products = 101;
+  if (!opened_.contains(products)) return;
+  QString editor;
+  onGui([&] {
+    editor = std::exchange(GPARAM23, u"1"_s);
+    window_.openModule(products, true);
+  });
+  send({{u"cmd"_s, u"rows"_s}, {u"element"_s, u"DBGridEh"_s}, {u"limit"_s, 1}});
+  const auto opens = [this](const QJsonObject& command, const QString& name, const auto& within) {
+    const QJsonValue before = front()["id"_L1];
+    send(command);
+    if (front()["id"_L1] == before) {
+      problems_ << name;
+      return;
+    }
+    dialogPictures(name);
+    within();
+    closeFront();
+  };
+  const auto nothing = [] {};
+  const auto action = [](const QString& name) {
+    return QJsonObject{{u"cmd"_s, u"action"_s}, {u"name"_s, name}};
+  };
+  const auto cell = [](const QString& field) {
+    return QJsonObject{
+        {u"cmd"_s, u"cellclick"_s}, {u"element"_s, u"DBGridEh1"_s}, {u"row"_s, 0}, {u"field"_s, field}};
+  };
+  opens(action(u"Act_Filter"_s), u"101-filter"_s, nothing);
+  opens(action(u"Act_Edit"_s), u"101-edit"_s, [&] {
+    opens({{u"cmd"_s, u"press"_s}, {u"keys"_s, u"F11"_s}}, u"101-history"_s, nothing);
+    send({{u"cmd"_s, u"press"_s}, {u"keys"_s, u"F6"_s}});
+    dialogPictures(u"101-units"_s);
+    opens(cell(u"多条码"_s), u"101-barcodes"_s, nothing);
+    opens(cell(u"区域售价"_s), u"101-regional-prices"_s, nothing);
+    send({{u"cmd"_s, u"press"_s}, {u"keys"_s, u"F6"_s}});
+  });
+  opens(action(u"Act_Other"_s), u"101-pictures"_s, [&] {
+    opens({{u"cmd"_s, u"press"_s}, {u"keys"_s, u"F2"_s}}, u"101-pictures-print"_s, nothing);
+  });
+  onGui([&] {
+    window_.tabs()->currentWidget()->close();
+    GPARAM23 = editor;
+  });
 }
 
 // The dialog that makes labels, the list with some, and the one that prints them.

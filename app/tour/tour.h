@@ -30,6 +30,7 @@ class Tour {
   void visitAction(const QString& screen, const QString& action);
   void visitPickers(const QString& dialog);
   void closeFront();
+  void visitProductDialogs();
   void visitLabels();
   void visitWarehouseRights();
   void visitQuickEditors();

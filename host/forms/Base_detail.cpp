@@ -50,7 +50,12 @@ void TFrm_Base_Detail::SetStatus(RecordSet& rows) {
 void TFrm_Base_Detail::watchRow() {
   rowGuard_.forget();
   const QString key = bodyParam(bodyparam::keyField);
-  if (mode_ == "Edit"_L1 && listRows().hasField(key)) rowGuard_.watch(*this, listRows().text(key));
+  if (mode_ != "Edit"_L1 || !listRows().hasField(key)) return;
+  rowGuard_.watch(*this, listRows().text(key));
+  if (!fillsFromList) return;
+  QStringList columns;
+  for (const FieldSet::Bound& field : fields().all()) columns << field.spec.column;
+  rowGuard_.bringUpToDate(listRows(), columns);
 }
 
 void TFrm_Base_Detail::openFilled() {

@@ -60,6 +60,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public OkCancelScreen {
   void enableOk();         // what every editor does when its data change by another way than its fields
   QCheckBox* ContinueAdd;  // "保存后继续增加"; shown while adding
   bool appendsRow = true;  // a row for "Add" and "CopyAdd" is this class's business
+  bool fillsFromList = true;  // false: the editor reads its row itself, a list may show it in other words
 
  private:
   void watchRow();

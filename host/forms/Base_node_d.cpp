@@ -11,6 +11,7 @@ namespace goodsbook {
 
 TFrm_Base_Node_d::TFrm_Base_Node_d(QWidget* owner) : TFrm_Base_Detail(owner) {
   appendsRow = false;  // a node is placed after the save
+  fillsFromList = false;
 }
 
 bool TFrm_Base_Node_d::InitForm(const QString& mode, RecordSet& rows, QTreeWidget& tree) {

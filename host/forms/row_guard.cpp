@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "host/U_function.h"
+#include "host/data/record_set.h"
 #include "host/forms/Base_common.h"
 #include "host/forms/table_relations.h"
 #include "host/session.h"
@@ -48,6 +49,28 @@ void addOnce(QStringList& names, const QString& name) {
   if (!names.contains(name)) names << name;
 }
 
+const Row* rowShown(const SqlSet& rows, qsizetype markIndex) {
+  const auto found = std::ranges::find_if(rows.rows, [&](const Row& row) {
+    return markIndex < 0 || row[static_cast<std::size_t>(markIndex)] == u"1"_s;
+  });
+  return found == rows.rows.end() ? nullptr : &*found;
+}
+
+bool isKeptByOthers(const QString& table, const QString& column) {
+  return std::ranges::any_of(keptByOthers(table), [&](QLatin1StringView name) {
+    return column.compare(name, Qt::CaseInsensitive) == 0;
+  });
+}
+
+// Whether the field holds `text`, both as the field's type has it.
+bool holds(const RecordSet& list, const QString& column, const QVariant& text) {
+  RecordSet converted;
+  converted.create({list.field(list.fieldIndex(column))});
+  converted.append();
+  converted.setValue(column, text);
+  return converted.value(column) == list.value(column);
+}
+
 // Columns as the screen's labels call them; those that it does not show are left out.
 QStringList asLabels(TFrm_Base_Common& screen, const QStringList& columns) {
   QStringList labels;
@@ -72,9 +95,24 @@ void RowGuard::watch(const TFrm_Base_Common& screen, const QString& key) {
     parts_.push_back({.select = selectOf(owned->table, owned->column, key),
                       .table = owned->table,
                       .rowKey = owned->rowKey,
-                      .list = owned->list.toString()});
+                      .list = owned->list.toString(),
+                      .mark = owned->mark});
   }
   for (Part& part : parts_) part.found = read(part.select);
+}
+
+void RowGuard::bringUpToDate(RecordSet& list, const QStringList& columns) const {
+  for (const Part& part : parts_) {
+    const Row* row = rowShown(part.found, indexOf(part.found, part.mark));
+    for (std::size_t i = 0; row && i < row->size(); ++i) {
+      const QString& column = part.found.columns[i];
+      const bool shown = columns.contains(column, Qt::CaseInsensitive) && list.hasField(column);
+      if (!shown || isKeptByOthers(part.table, column)) continue;
+      const QVariant now = (*row)[i] ? QVariant(*(*row)[i]) : QVariant();
+      if (!holds(list, column, now)) list.setValue(column, now);
+    }
+  }
+  if (list.state() == RecordSet::State::Edit) list.post();
 }
 
 void RowGuard::forget() {
@@ -83,7 +121,6 @@ void RowGuard::forget() {
 
 QStringList RowGuard::differences(const Part& part, const SqlSet& after) {
   const SqlSet& before = part.found;
-  const auto ignored = keptByOthers(part.table);
   const qsizetype key = indexOf(before, part.rowKey);
   QStringList names;
   if (before.rows.size() != after.rows.size()) addOnce(names, part.list);
@@ -92,9 +129,7 @@ QStringList RowGuard::differences(const Part& part, const SqlSet& after) {
     if (!now) addOnce(names, part.list);
     for (std::size_t i = 0; now && i < row.size(); ++i) {
       const QString& column = before.columns[i];
-      const bool counts = std::ranges::none_of(
-          ignored, [&](QLatin1StringView name) { return column.compare(name, Qt::CaseInsensitive) == 0; });
-      if (counts && row[i] != (*now)[i]) addOnce(names, column.toUpper());
+      if (!isKeptByOthers(part.table, column) && row[i] != (*now)[i]) addOnce(names, column.toUpper());
     }
   }
   return names;

@@ -9,6 +9,7 @@
 
 namespace goodsbook {
 
+class RecordSet;
 class TFrm_Base_Common;
 
 // What a row looked like in the database when its editor was opened, and what became of it meanwhile. Reads
@@ -18,6 +19,10 @@ class GOODSBOOKHOST_EXPORT RowGuard {
  public:
   void watch(const TFrm_Base_Common& screen, const QString& key);
   void forget();
+
+  // Brings these fields of the list's current row to what watch() found, so that an editor that fills itself
+  // from a list read long ago does not write old values back.
+  void bringUpToDate(RecordSet& list, const QStringList& columns) const;
 
   // Before a save: tells when the row is gone, asks when it was changed, and throws EAbort unless the user
   // wants to save all the same. `shown` is what messages call the row.
@@ -29,6 +34,7 @@ class GOODSBOOKHOST_EXPORT RowGuard {
     QString table = {};
     QString rowKey = {};  // empty: one row
     QString list = {};    // what holds the rows, for rows that were added or removed
+    QString mark = {};    // column set in the row that the list shows; empty: the first
     SqlSet found = {};
   };
 

@@ -50,7 +50,7 @@ constexpr auto allReferences = std::to_array<Reference>({
     {"D1801"_L1, "D713A"_L1, "WL_ID"_L1, otherDocuments, true},
 });
 
-constexpr OwnedRows productUnits{"D1801"_L1, "D1801DW"_L1, "WL_ID"_L1, "adw"_L1, u"商品单位"};
+constexpr OwnedRows productUnits{"D1801"_L1, "D1801DW"_L1, "WL_ID"_L1, "adw"_L1, "T"_L1, u"商品单位"};
 
 constexpr auto stockColumns = std::to_array<QLatin1StringView>({"KC"_L1, "MONEY"_L1, "DJ"_L1, "TMC"_L1});
 

@@ -24,6 +24,7 @@ GOODSBOOKHOST_EXPORT std::span<const Reference> references();
 // Rows that are edited together with their master row.
 struct OwnedRows {
   QLatin1StringView master, table, column, rowKey;
+  QLatin1StringView mark;  // set in the one row that lists show with the master row
   QStringView list;
 };
 GOODSBOOKHOST_EXPORT const OwnedRows* ownedRows(const QString& master);

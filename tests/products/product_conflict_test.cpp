@@ -37,6 +37,18 @@ TEST_F(ProductConflict, AChangeMeanwhileIsAskedAboutAndNoKeepsIt) {
   click(u"btn_Cancel"_s);
 }
 
+TEST_F(ProductConflict, AListReadLongAgoDoesNotBringOldValuesBack) {
+  sql(u"update D1801 set WL_NAME='雪碧',CD='广州' where WL_ID='P1';update D1801DW set SJ=99 where WL_ID='P1' and T=1"_s);
+  act(u"Act_Edit"_s);
+  EXPECT_EQ(text(u"Edit2"_s), u"雪碧"_s);
+  EXPECT_EQ(text(u"SJ"_s), u"99.00"_s);
+  type(u"Edit3"_s, u"2L"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(sql(u"select WL_NAME,WL_GG,CD from D1801"_s), (Table{{u"雪碧"_s, u"2L"_s, u"广州"_s}}));
+  EXPECT_EQ(sql(u"select SJ from D1801DW"_s)[0][0].toDouble(), 99);
+}
+
 TEST_F(ProductConflict, YesSavesAllTheSame) {
   act(u"Act_Edit"_s);
   sql(u"update D1801 set WL_NAME='雪碧' where WL_ID='P1'"_s);

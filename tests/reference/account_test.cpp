@@ -1,6 +1,9 @@
 // Cash and bank accounts.
 #include <gtest/gtest.h>
 
+#include <QApplication>
+
+#include "host/controls/TDBGridEh.h"
 #include "tests/reference/reference_test.h"
 
 using namespace Qt::StringLiterals;
@@ -53,6 +56,26 @@ TEST_F(Accounts, TheListShowsItsColumnsAndTypeNames) {
       statements(),
       Lines{
           u"SELECT JY_ID, JY_NAME, PYM, CLASSID, YH_NUM, YH_NAME, KM_ID,QCMONEY  ,CASE CLASSID WHEN 0 THEN '现金' WHEN 1 THEN '银行存款' WHEN 2 THEN '系统使用' END AS CLSNAME FROM D1010"_s});
+}
+
+TEST_F(Accounts, TheOpeningBalancesAreSummed) {
+  sql(u"insert into D1010 (jy_id,jy_name,classid,qcmoney) values ('01','a',0,100.5),('02','b',1,20.25),('03','c',1,null)"_s);
+  openList(122);
+  const auto footer = [this] {
+    QString sum;
+    onGui([&sum] {
+      for (const QWidget* window : QApplication::topLevelWidgets()) {
+        const auto* grid = window->findChild<TDBGridEh*>(u"DBGridEh"_s);
+        if (grid && grid->isVisible()) sum = grid->footerText(u"QCMONEY"_s);
+      }
+    });
+    return sum;
+  };
+  EXPECT_EQ(footer().toDouble(), 120.75);
+  act(u"Act_Edit"_s);
+  type(u"QCMONEY"_s, u"200.5"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(footer().toDouble(), 220.75) << "it follows an edit";
 }
 
 TEST_F(Accounts, FieldsHaveTheirLabelsAndLimits) {

@@ -74,11 +74,14 @@ const Member members[] = {
 
 class Conflict : public ScreenTest, public testing::WithParamInterface<Member> {
  protected:
-  void edit() {
+  void openList() {
     sql(GetParam().insert);
     open(GetParam().module);
     rows(u"DBGridEh"_s);
     if (!GetParam().node.isNull()) done({{u"cmd"_s, u"node"_s}, {u"code"_s, GetParam().node}});
+  }
+  void edit() {
+    openList();
     act(u"Act_Edit"_s);
     statements();
   }
@@ -99,6 +102,19 @@ TEST_P(Conflict, AChangeMeanwhileIsAskedAbout) {
   EXPECT_EQ(statements(), Lines());
   EXPECT_EQ(sql(u"select count(*) as n from SYS_AUDIT"_s), (Table{{u"0"_s}}));
   click(u"btn_Cancel"_s);
+}
+
+TEST_P(Conflict, AListReadLongAgoDoesNotBringOldValuesBack) {
+  openList();
+  sql(GetParam().change);
+  act(u"Act_Edit"_s);
+  statements();
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines());
+  const QString changed = GetParam().change.section(u'=', -1).remove(u'\'');
+  const Lines sent = statements();
+  ASSERT_FALSE(sent.empty());
+  EXPECT_TRUE(sent.back().contains(changed)) << sent.back().toStdString();
 }
 
 TEST_P(Conflict, ADeletedRowIsNotSaved) {
