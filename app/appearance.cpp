@@ -5,6 +5,7 @@
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>

@@ -36,7 +36,8 @@ void tF2101_4P::paint(QPrinter& printer) const {
   for (int row = 0; row < rows_.rowCount(); ++row) {
     const int place = row % (across * down);
     if (row > 0 && place == 0) printer.newPage();
-    const QRectF area = QRectF(QPointF(place % across * cell.width(), place / across * cell.height()), cell)
+    const int line = place / across;
+    const QRectF area = QRectF(QPointF(place % across * cell.width(), line * cell.height()), cell)
                             .adjusted(gap, gap, -gap, -gap);
     const QRectF room = area.adjusted(0, 0, 0, -caption);
     const QImage image = picture::decode(rows_.valueAt(row, pict).toByteArray());

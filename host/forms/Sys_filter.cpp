@@ -1,5 +1,7 @@
 #include "host/forms/Sys_filter.h"
 
+#include <QShowEvent>
+
 namespace goodsbook {
 
 TFrm_Sys_Filter::TFrm_Sys_Filter(QWidget* owner) : TFrm_Base_Condition(owner) {}
@@ -9,7 +11,7 @@ void TFrm_Sys_Filter::InitForm() {
 }
 
 void TFrm_Sys_Filter::btn_okClick() {
-  TFrm_Base_Dialog::btn_okClick();
+  TFrm_Base_Dialog::btn_okClick();  // NOLINT(bugprone-parent-virtual-call): a filter makes its own condition
 }
 
 void TFrm_Sys_Filter::InitFocu() {

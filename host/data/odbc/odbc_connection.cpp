@@ -87,7 +87,12 @@ void OdbcConnection::checkMessages(const OdbcHandle& handle) {
 }
 
 void OdbcConnection::fail(const OdbcHandle& handle) {
-  const OdbcMessage message = firstError(messagesOf(handle));
+  const std::vector<OdbcMessage> messages = messagesOf(handle);
+  // Cancelling once more takes away what the driver had to say of the first time.
+  if (messages.empty() && interrupted_) {
+    throw EDatabaseError(cancelledNumber, 16, 1, 1, Texts::tr("这一步已被中断"));
+  }
+  const OdbcMessage message = firstError(messages);
   SQLUINTEGER dead = SQL_CD_FALSE;
   const SQLRETURN known = SQLGetConnectAttr(connection_.get(), SQL_ATTR_CONNECTION_DEAD, &dead, 0, nullptr);
   if (message.tellsLostConnection() || (SQL_SUCCEEDED(known) && dead == SQL_CD_TRUE)) {
@@ -113,6 +118,7 @@ OdbcConnection::Statement::Statement(OdbcConnection& connection)
   }
   const std::scoped_lock lock(connection.mutex_);
   connection.running_ = handle_.get();
+  connection.interrupted_ = false;
 }
 
 OdbcConnection::Statement::Statement(OdbcConnection& connection, const QString& text)
@@ -171,7 +177,9 @@ void OdbcConnection::run(const QString& batch) {
 
 void OdbcConnection::interrupt() {
   const std::scoped_lock lock(mutex_);
-  if (running_ != SQL_NULL_HANDLE) SQLCancel(running_);
+  if (running_ == SQL_NULL_HANDLE) return;
+  interrupted_ = true;
+  SQLCancel(running_);
 }
 
 }  // namespace goodsbook

@@ -75,6 +75,7 @@ class OdbcConnection {
   bool lost_ = false;
   std::mutex mutex_;
   SQLHANDLE running_ = SQL_NULL_HANDLE;
+  std::atomic<bool> interrupted_ = false;  // the running statement
 };
 
 }  // namespace goodsbook

@@ -17,7 +17,7 @@ namespace {
 constexpr SQLULEN longestBound = 8000;  // characters or bytes of a column that is fetched in blocks
 constexpr SQLULEN blockBytes = 1U << 20U;
 constexpr SQLULEN mostRows = 500;
-constexpr SQLLEN firstPiece = 16 * 1024;
+constexpr SQLLEN firstPiece = SQLLEN{16} * 1024;
 
 // Time-stamps with a zone, as the servers' drivers number them.
 constexpr SQLSMALLINT zonedTime = -155;
@@ -79,8 +79,8 @@ std::int64_t daysSince1900(int year, int month, int day) {
 
 std::int64_t milliseconds(const SQL_TIMESTAMP_STRUCT& time) {
   constexpr std::uint32_t nanosAMilli = 1'000'000;
-  const std::int64_t seconds = daysSince1900(time.year, time.month, time.day) * 86'400 + time.hour * 3'600 +
-                               time.minute * 60 + time.second;
+  const std::int64_t seconds = daysSince1900(time.year, time.month, time.day) * 86'400 +
+                               std::int64_t{time.hour} * 3'600 + std::int64_t{time.minute} * 60 + time.second;
   return seconds * 1'000 + (time.fraction + nanosAMilli / 2) / nanosAMilli;
 }
 
