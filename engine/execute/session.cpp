@@ -1,7 +1,6 @@
 #include "engine/execute/session.h"
 
 #include <array>
-#include <fstream>
 #include <string_view>
 
 #include "engine/runtime/failure.h"
@@ -13,26 +12,30 @@ namespace {
 constexpr int cacheKibibytes = 64 * 1024;
 
 // SQLite takes a file shorter than a page for an empty database, whatever it holds, and would write over it.
-void refuseForeignFile(const std::filesystem::path& file) {
+// Read through SQLite's own handle: closing another one of the same file gives up this process's locks.
+void refuseForeignFile(sqlite3* db) {
   constexpr std::string_view mark("SQLite format 3\0", 16);
-  std::error_code unknown;
-  if (!std::filesystem::is_regular_file(file, unknown) || std::filesystem::file_size(file, unknown) == 0)
-    return;
+  sqlite3_file* file = nullptr;
+  sqlite3_file_control(db, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+  if (file == nullptr || file->pMethods == nullptr) return;  // in memory
+  sqlite3_int64 size = 0;
+  if (file->pMethods->xFileSize(file, &size) != SQLITE_OK || size == 0) return;
   std::array<char, mark.size()> head{};
-  std::ifstream(file, std::ios::binary).read(head.data(), head.size());
-  if (std::string_view(head.data(), head.size()) != mark) throw sqliteFailure(nullptr, SQLITE_NOTADB);
+  const int code = file->pMethods->xRead(file, head.data(), static_cast<int>(head.size()), 0);
+  const bool read = code == SQLITE_OK || code == SQLITE_IOERR_SHORT_READ;
+  if (read && std::string_view(head.data(), head.size()) != mark) throw sqliteFailure(nullptr, SQLITE_NOTADB);
 }
 
 }  // namespace
 
 Session::Session(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout, Open open) {
-  refuseForeignFile(file);
   const int create = open == Open::Create ? SQLITE_OPEN_CREATE : 0;
   const int code =
       sqlite3_open_v2(file.c_str(), &db_,
                       SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE | create, nullptr);
   owned_.reset(db_);
   if (code != SQLITE_OK) throw sqliteFailure(db_, code);
+  refuseForeignFile(db_);
   sqlite3_busy_timeout(db_, static_cast<int>(busyTimeout.count()));
   sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
