@@ -23,7 +23,7 @@ namespace {
 
 constexpr int fileColumns = 5;
 constexpr int firstRow = 2;  // the first is the sheet's heading
-constexpr int betweenEventsMs = 15;
+constexpr int betweenEventsMs = 35;
 
 }  // namespace
 
