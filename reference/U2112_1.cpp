@@ -30,11 +30,7 @@ TF2112_1::TF2112_1(QWidget* owner) : TFrm_Base_Detail(owner) {
        .label = tr("代    号"),
        .limit = 4,
        .upper = true,
-       .exit =
-           [this] {
-             reference::checkNewCode(*this, AdoQry_Tmp, u"Edit1"_s, tr("职员代号"),
-                                     u"select * from d1101 where yw_id='"_s, tr("职员代号已登记!"));
-           },
+       .exit = [this] { Edit1Exit(); },
        .code = true,
        .column = u"yw_id"_s},
       {.name = u"Edit2"_s, .label = tr("名    称"), .limit = 20, .required = true, .column = u"yw_name"_s},
@@ -56,6 +52,7 @@ TF2112_1::TF2112_1(QWidget* owner) : TFrm_Base_Detail(owner) {
        .kind = FieldKind::Number,
        .exit = [this] { tcExit(); },
        .column = u"tc"_s,
+       .places = 6,
        .width = 80,
        .hint = tr("格式：0.01~1.00 ")},
       {.name = u"BDATE"_s, .label = tr("合同日期"), .kind = FieldKind::Date, .column = u"bdate"_s},
@@ -89,6 +86,11 @@ void TF2112_1::RefreshData() {
     dateEdit(u"EDATE"_s)->setDateTime(contract, false);
   }
   TFrm_Base_Detail::RefreshData();
+}
+
+void TF2112_1::Edit1Exit() {
+  reference::checkNewCode(*this, AdoQry_Tmp, u"Edit1"_s, tr("职员代号"),
+                          u"select * from d1101 where yw_id='"_s, tr("职员代号已登记!"));
 }
 
 void TF2112_1::tcExit() {

@@ -16,6 +16,7 @@ class TF2112_1 : public TFrm_Base_Detail {
   void SaveData() override;
 
  private:
+  void Edit1Exit();
   void tcExit();
 };
 

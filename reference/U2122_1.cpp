@@ -25,11 +25,7 @@ TF2122_1::TF2122_1(QWidget* owner) : TFrm_Base_Detail(owner) {
       {.name = u"Edit1"_s,
        .label = tr("帐户编号"),
        .limit = 2,
-       .exit =
-           [this] {
-             reference::checkNewCode(*this, AdoQry_Tmp, u"Edit1"_s, tr("帐户编号"),
-                                     u"select jy_id from D1010 where jy_id='"_s, tr("帐户编号已登记!"));
-           },
+       .exit = [this] { Edit1Exit(); },
        .code = true,
        .column = u"jy_id"_s},
       {.name = u"Edit2"_s, .label = tr("帐户名称"), .limit = 50, .required = true, .column = u"jy_name"_s},
@@ -51,6 +47,9 @@ TF2122_1::TF2122_1(QWidget* owner) : TFrm_Base_Detail(owner) {
        .column = u"QCMONEY"_s},
   });
   elementNamed(u"RB2"_s)->setToolTip(tr("类    型"));
+  // A click switches the type and leaves the focus where it is: an account of the other type's branch, held
+  // fast by its check, is put right by it.
+  for (const QString& type : {u"RB1"_s, u"RB2"_s}) elementNamed(type)->setFocusPolicy(Qt::TabFocus);
   body()->setMinimumWidth(360);
   TExtEdit* ledger = lookupEdit(u"KM_ID"_s);
   connect(ledger, &TExtEdit::ButtonClick, this, [this] { guarded(this, [this] { KM_IDButtonClick(); }); });
@@ -74,6 +73,11 @@ void TF2122_1::RefreshData() {
   const bool bank = mode() == "Add"_L1 || listRows().integer(u"CLASSID"_s) != 0;
   setChecked(bank ? u"RB1"_s : u"RB2"_s, true);
   TFrm_Base_Detail::RefreshData();
+}
+
+void TF2122_1::Edit1Exit() {
+  reference::checkNewCode(*this, AdoQry_Tmp, u"Edit1"_s, tr("帐户编号"),
+                          u"select jy_id from D1010 where jy_id='"_s, tr("帐户编号已登记!"));
 }
 
 void TF2122_1::KM_IDButtonClick() {

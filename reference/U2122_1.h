@@ -17,6 +17,7 @@ class TF2122_1 : public TFrm_Base_Detail {
   void SaveData() override;
 
  private:
+  void Edit1Exit();
   void KM_IDButtonClick();
   void KM_IDExit();
   bool isBank() const;          // else cash

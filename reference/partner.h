@@ -62,7 +62,7 @@ class PartnerEditor : public TFrm_Base_Detail {
   void Edit1Exit();
   void OPENURLClick();
   bool drawsNumber() const;  // codes are numbered, and this one is new
-  void tellIfHidden() const;
+  QStringList nameCodes();   // names the codes that the user has not passed; those that do not exist
 
   const Partner& partner_;
   LinkLabel* OPENURL = nullptr;

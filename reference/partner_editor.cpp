@@ -135,6 +135,7 @@ void PartnerEditor::Edit1Exit() {
 
 void PartnerEditor::SaveData() {
   if (drawsNumber()) Edit1Exit();
+  const QStringList missing = nameCodes();
   reference::Values values{{u"pym"_s, Zpy::GetPY(text(u"Edit2"_s).trimmed())}};
   if (isAdding()) {
     // The account number's first four characters are year and month; the account goes on counting behind its
@@ -150,19 +151,20 @@ void PartnerEditor::SaveData() {
           false, true, false, true);
   if (partner_.hasSalesperson) listRows().setValue(u"KM_IDA"_s, text(u"YW_ID"_s));
   storeFields();
-  tellIfHidden();
+  if (missing.isEmpty()) return;
+  DISPINFO(tr("已保存，但%1不存在：建立之前，刷新后的列表中看不到它。").arg(missing.join(u"、"_s)), 5);
 }
 
 // The list joins regions and delivery methods. A new partner starts with codes that need not be there.
-void PartnerEditor::tellIfHidden() const {
+QStringList PartnerEditor::nameCodes() {
   QStringList missing;
-  for (const QString& name : {u"addr_id"_s, u"SEND_ID"_s}) {
-    const TExtEdit* edit = lookupEdit(name);
-    if (!edit->lookup()->nameOf(edit->text()))
-      missing << labelOf(edit) + u"【"_s + edit->text().trimmed() + u'】';
+  for (const QString& element : {u"addr_id"_s, u"SEND_ID"_s}) {
+    const TExtEdit* edit = lookupEdit(element);
+    const std::optional<QString> name = edit->lookup()->nameOf(edit->text());
+    edit->nameLabel()->setText(name.value_or(QString()));
+    if (!name) missing << labelOf(edit) + u"【"_s + edit->text().trimmed() + u'】';
   }
-  if (missing.isEmpty()) return;
-  DISPINFO(tr("已保存，但%1不存在：建立之前，刷新后的列表中看不到它。").arg(missing.join(u"、"_s)), 5);
+  return missing;
 }
 
 void PartnerEditor::OPENURLClick() {

@@ -11,6 +11,7 @@
 #include "host/controls/drop_place.h"
 #include "host/controls/edits.h"
 #include "host/forms/Base.h"
+#include "host/session.h"
 
 using namespace Qt::StringLiterals;
 
@@ -73,16 +74,30 @@ void ButtonEdit::placeButton() {
 
 namespace {
 
+constexpr int firstYear = 1753;  // of a datetime
+
+QDate dateOf(const QString& year, const QString& month, const QString& day) {
+  const QDate date(year.size() == 2 ? 2000 + year.toInt() : year.toInt(), month.toInt(), day.toInt());
+  return date.year() >= firstYear ? date : QDate();
+}
+
+// Without separators every part has all its digits: fewer could be read in several ways.
 QDateTime readDate(const QString& text, bool* hasTime) {
   static const QRegularExpression usual(
-      u"^(\\d{4})[-/.年]?(\\d{1,2})[-/.月]?(\\d{1,2})日?(?:[ T]+(\\d{1,2}):(\\d{1,2})(?::(\\d{1,2})(?:\\.\\d+)?)?)?$"_s);
+      u"^(?:(\\d{4}|\\d{2})(\\d{2})(\\d{2})|(\\d{4})[-/.年](\\d{1,2})[-/.月](\\d{1,2})日?)"
+      "(?:[ T]+(\\d{1,2}):(\\d{1,2})(?::(\\d{1,2})(?:\\.\\d+)?)?)?$"_s);
   const QRegularExpressionMatch match = usual.match(text.trimmed());
   if (!match.hasMatch()) return {};
-  const QDate date(match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt());
-  const QTime time(match.captured(4).toInt(), match.captured(5).toInt(), match.captured(6).toInt());
-  *hasTime = !match.captured(4).isEmpty();
+  const int first = match.hasCaptured(1) ? 1 : 4;
+  const QDate date = dateOf(match.captured(first), match.captured(first + 1), match.captured(first + 2));
+  const QTime time(match.captured(7).toInt(), match.captured(8).toInt(), match.captured(9).toInt());
+  *hasTime = !match.captured(7).isEmpty();
   if (!date.isValid() || !time.isValid()) return {};
   return {date, time};
+}
+
+QDate today() {
+  return Session::exists() ? Session::current().desktop().now().date() : QDate::currentDate();
 }
 
 QString dateText(const QDateTime& value, bool withTime) {
@@ -116,18 +131,23 @@ QString TDBDateTimeEditEh::accepted(const QString& typed, const QString& before,
     if (sign >= u'０' && sign <= u'９') sign = QChar(sign.unicode() - u'０' + u'0');
     if (sign == u'：') sign = u':';
     if (sign == u'。' || sign == u'．') sign = u'.';
+    if (sign == u'－') sign = u'-';
+    if (sign == u'／') sign = u'/';
     if ((sign >= u'0' && sign <= u'9') || u"-/.: 年月日"_s.contains(sign)) taken += sign;
   }
   return taken;
 }
 
-void TDBDateTimeEditEh::focusOutEvent(QFocusEvent* event) {
+void TDBDateTimeEditEh::takeUsualForm() {
   bool hasTime = false;
   const QDateTime value = readDate(text(), &hasTime);
-  if (value.isValid() && !isReadOnly()) {
-    const QString usual = dateText(value, hasTime);
-    if (usual != text()) setText(usual);
-  }
+  if (!value.isValid() || isReadOnly()) return;
+  const QString usual = dateText(value, hasTime);
+  if (usual != text()) setText(usual);
+}
+
+void TDBDateTimeEditEh::focusOutEvent(QFocusEvent* event) {
+  takeUsualForm();
   ButtonEdit::focusOutEvent(event);
 }
 
@@ -145,7 +165,7 @@ void TDBDateTimeEditEh::buttonPressed() {
   auto* calendar = new QCalendarWidget(popup);
   calendar->setLocale(QLocale(QLocale::Chinese, QLocale::China));
   calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-  calendar->setSelectedDate(dateTime().isValid() ? dateTime().date() : QDate::currentDate());
+  calendar->setSelectedDate(dateTime().isValid() ? dateTime().date() : goodsbook::today());
   auto* today = new QPushButton(tr("今天"), popup);
   auto* none = new QPushButton(tr("清空"), popup);
   auto* buttons = new QHBoxLayout;
@@ -161,7 +181,7 @@ void TDBDateTimeEditEh::buttonPressed() {
   };
   connect(calendar, &QCalendarWidget::clicked, this, take);
   connect(calendar, &QCalendarWidget::activated, this, take);
-  connect(today, &QPushButton::clicked, this, [take] { take(QDate::currentDate()); });
+  connect(today, &QPushButton::clicked, this, [take] { take(goodsbook::today()); });
   connect(none, &QPushButton::clicked, this, [take] { take({}); });
   popup->adjustSize();
   popup->move(dropPlace(*this, popup->size()));

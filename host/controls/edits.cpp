@@ -8,6 +8,8 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QRegularExpression>
+#include <QToolTip>
 #include <algorithm>
 
 #include "host/data/display_format.h"
@@ -45,6 +47,25 @@ QString inOneLine(QString text) {
     if (sign.category() == QChar::Other_Control) sign = u' ';
   }
   return text;
+}
+
+QString inPlainSigns(QString text) {
+  for (QChar& sign : text) {
+    if (sign >= u'０' && sign <= u'９') sign = QChar(sign.unicode() - u'０' + u'0');
+    if (sign == u'。' || sign == u'．') sign = u'.';
+    if (sign == u'－') sign = u'-';
+    if (sign == u'，') sign = u',';
+    if (sign == u'￥') sign = u'¥';
+  }
+  return text;
+}
+
+// The digits, sign and point of an amount as other programs write it; nothing for a text that is none. A
+// comma is taken for the end of a group of digits only where it can be nothing else.
+QString amountIn(const QString& text) {
+  static const QRegularExpression amount(
+      u"^\\s*[¥$]?\\s*(-?(?:\\d{1,3}(?:,\\d{3})+|\\d*)\\.?\\d*)\\s*元?\\s*$"_s);
+  return amount.match(inPlainSigns(text)).captured(1).remove(u',');
 }
 
 }  // namespace
@@ -165,28 +186,32 @@ TDBNumberEditEh::TDBNumberEditEh(QWidget* parent) : TCustomDBEditEh(parent) {
 }
 
 QString TDBNumberEditEh::accepted(const QString& typed, const QString& before, const QString& after) const {
+  const bool isKey = typed.size() <= 1;
+  const QString wanted = isKey ? inPlainSigns(typed) : amountIn(typed);
   QString head = before;
   QString added;
-  for (QChar sign : typed) {
-    if (sign >= u'０' && sign <= u'９') sign = QChar(sign.unicode() - u'０' + u'0');
-    if (sign == u'。' || sign == u'．') sign = u'.';
-    if (sign == u'－') sign = u'-';
-    const qsizetype point = head.indexOf(u'.');
-    bool fits = false;
-    if (sign >= u'0' && sign <= u'9') {
-      const qsizetype end = after.indexOf(u'.') < 0 ? after.size() : after.indexOf(u'.');
-      fits = !after.startsWith(u'-') && (point < 0 || head.size() - point - 1 + end < places_);
-    } else if (sign == u'.') {
-      fits = point < 0 && !after.contains(u'.') && !after.startsWith(u'-') && places_ > 0 &&
-             after.size() <= places_;
-    } else if (sign == u'-') {
-      fits = head.isEmpty() && !after.startsWith(u'-');
-    }
-    if (!fits) continue;
+  for (const QChar sign : wanted) {
+    if (!fits(sign, head, after)) continue;
     head += sign;
     added += sign;
   }
-  return added;
+  if (isKey || (!wanted.isEmpty() && added == wanted)) return added;
+  QToolTip::showText(mapToGlobal(rect().bottomLeft()),
+                     tr("“%1”不能作为数字输入，小数最多 %2 位").arg(typed.trimmed().left(40)).arg(places_));
+  return {};
+}
+
+bool TDBNumberEditEh::fits(QChar sign, const QString& before, const QString& after) const {
+  const qsizetype point = before.indexOf(u'.');
+  if (sign >= u'0' && sign <= u'9') {
+    const qsizetype end = after.indexOf(u'.') < 0 ? after.size() : after.indexOf(u'.');
+    return !after.startsWith(u'-') && (point < 0 || before.size() - point - 1 + end < places_);
+  }
+  if (sign == u'.') {
+    return point < 0 && !after.contains(u'.') && !after.startsWith(u'-') && places_ > 0 &&
+           after.size() <= places_;
+  }
+  return sign == u'-' && before.isEmpty() && !after.startsWith(u'-');
 }
 
 void TDBNumberEditEh::setValue(double value) {

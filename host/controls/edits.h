@@ -33,7 +33,8 @@ class GOODSBOOKHOST_EXPORT TCustomDBEditEh : public QLineEdit {
   void insertTyped(const QString& typed);
 
  protected:
-  // What of `typed` may stand between `before` and `after`, before the limit is applied.
+  // What of `typed` may stand between `before` and `after`, before the limit is applied. More than one
+  // character comes from the clipboard or an input method.
   virtual QString accepted(const QString& typed, const QString& before, const QString& after) const;
 
   void keyPressEvent(QKeyEvent* event) override;
@@ -51,7 +52,9 @@ class GOODSBOOKHOST_EXPORT TCustomDBEditEh : public QLineEdit {
 };
 
 // A number edit. It keeps the text as typed, an empty one stays empty, nothing is clamped; only characters of
-// a number can be typed (full-width ones become plain). Its text is what goes into statements.
+// a number can be typed (full-width ones become plain). A pasted amount may have digit groups and a currency
+// sign; a text that is no number, or has more decimals than may be typed, is refused whole with a tool tip,
+// so that no other number comes of it. The edit's text is what goes into statements.
 class GOODSBOOKHOST_EXPORT TDBNumberEditEh : public TCustomDBEditEh {
   Q_OBJECT
   Q_PROPERTY(QString displayFormat READ displayFormat WRITE setDisplayFormat)
@@ -69,6 +72,8 @@ class GOODSBOOKHOST_EXPORT TDBNumberEditEh : public TCustomDBEditEh {
   QString accepted(const QString& typed, const QString& before, const QString& after) const override;
 
  private:
+  bool fits(QChar sign, const QString& before, const QString& after) const;
+
   QString format_;
   int places_ = 4;
 };
@@ -100,8 +105,8 @@ class GOODSBOOKHOST_EXPORT ButtonEdit : public TCustomDBEditEh {
 };
 
 // A date edit: a text "yyyy-MM-dd" or "yyyy-MM-dd HH:mm:ss" with a calendar behind its button; may be empty.
-// Other usual spellings ("2026/1/5", "20260105") are put into this form when the focus leaves. What the user
-// types or picks has a time only when it was typed.
+// Other usual spellings ("2026/1/5", "20260105", "260105") are put into this form when the focus leaves. What
+// the user types or picks has a time only when it was typed.
 class GOODSBOOKHOST_EXPORT TDBDateTimeEditEh : public ButtonEdit {
   Q_OBJECT
 
@@ -109,7 +114,8 @@ class GOODSBOOKHOST_EXPORT TDBDateTimeEditEh : public ButtonEdit {
   explicit TDBDateTimeEditEh(QWidget* parent = nullptr);
   void setDateTime(const QDateTime& value, bool withTime);
   QDateTime dateTime() const;  // invalid when empty or unreadable
-  bool isReadable() const;     // empty or a date
+  bool isReadable() const;     // empty or a date that the database can hold
+  void takeUsualForm();        // another spelling of a date becomes the usual one
 
  protected:
   QString accepted(const QString& typed, const QString& before, const QString& after) const override;

@@ -5,6 +5,7 @@ target_sources(goodsbookhost PRIVATE
   controls/button_edits.cpp
   controls/cell_text.h controls/cell_text.cpp
   controls/link_label.h controls/link_label.cpp
+  controls/name_label.h controls/name_label.cpp
   controls/grid_columns.cpp
   controls/grid_delegate.h controls/grid_delegate.cpp
   controls/grid_footer.h controls/grid_footer.cpp

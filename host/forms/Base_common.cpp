@@ -97,8 +97,8 @@ void TFrm_Base_Common::CheckId(QLineEdit* edit) {
   CheckText(edit, labelOf(edit));
   if (!lookup || !lookup->lookup()) return;
   const std::optional<QString> name = lookup->lookup()->nameOf(code);
+  if (nameLabel) nameLabel->setText(name.value_or(QString()));  // no other code's
   if (!name) refuse(edit, tr("%1【%2】不存在!").arg(labelOf(edit), code));
-  if (nameLabel) nameLabel->setText(*name);
 }
 
 void TFrm_Base_Common::CheckFloat(QLineEdit* edit) {
@@ -110,12 +110,18 @@ void TFrm_Base_Common::CheckFloatCanZero(QLineEdit* edit) {
   CheckFloat(edit);
 }
 
+void TFrm_Base_Common::CheckDate(TDBDateTimeEditEh* edit) {
+  if (!edit->isReadable()) refuse(edit, tr("%1应输入日期!").arg(labelOf(edit)));
+  edit->takeUsualForm();
+}
+
 void TFrm_Base_Common::CheckAll() {
   for (std::size_t i = 0; i < fields_.all().size(); ++i) {
     const FieldSet::Bound& field = fields_.all()[i];
     if (!field.widget->isVisibleTo(this) || !isOpen(field.widget)) continue;
     auto* asEdit = qobject_cast<QLineEdit*>(field.widget);
     if (field.spec.required && asEdit) CheckBlank(asEdit);
+    if (auto* date = qobject_cast<TDBDateTimeEditEh*>(asEdit)) CheckDate(date);
     if (field.spec.code && !field.passed && !runExitCheck(field.widget, focusWidget())) throw EAbort();
   }
 }

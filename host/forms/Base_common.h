@@ -55,7 +55,9 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Common : public TFrm_Base {
       QLineEdit* edit);  // empty only where not required, else a code of the edit's table; shows its name
   void CheckFloat(QLineEdit* edit);         // a number
   void CheckFloatCanZero(QLineEdit* edit);  // a number, zero is an answer too
-  void CheckAll();  // what OK makes sure of: required fields are filled, codes have passed their check
+  void CheckDate(TDBDateTimeEditEh* edit);  // empty or a date, which takes its usual form
+  // What OK makes sure of: required fields are filled, dates are dates, codes have passed their check.
+  void CheckAll();
 
   // Page pageNo (from 1) of a select, ordered by the key field. As opensql.
   bool OpenSqlPage(RecordSet& rows, const QString& sql, int pageSize, int pageNo);

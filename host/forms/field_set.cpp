@@ -54,8 +54,11 @@ void loadField(const FieldSet::Bound& field, const RecordSet& rows) {
   }
 }
 
-QVariant storedValue(const FieldSet::Bound& field) {
+QVariant storedValue(const FieldSet::Bound& field, FieldType type) {
   if (isBox(field.widget)) return static_cast<const QAbstractButton*>(field.widget)->isChecked();
+  const auto* number = qobject_cast<const TDBNumberEditEh*>(field.widget);
+  // Read back, the column has the number, not the way it was typed (".5").
+  if (number && type == FieldType::Float && !number->text().trimmed().isEmpty()) return number->value();
   const QString text = elementText(field.widget);
   const bool mayBeNull = field.spec.kind == FieldKind::Number || field.spec.kind == FieldKind::Date;
   return mayBeNull && text.isEmpty() ? QVariant() : QVariant(text);
@@ -89,7 +92,8 @@ void FieldSet::store(RecordSet& rows) const {
   for (const Bound& field : fields_) {
     if (field.spec.kind == FieldKind::Value) continue;
     if (takesValues(field) && rows.hasField(field.spec.column))
-      rows.setValue(field.spec.column, storedValue(field));
+      rows.setValue(field.spec.column,
+                    storedValue(field, rows.field(rows.fieldIndex(field.spec.column)).type));
     const QLabel* name = nameLabelOf(field.widget);
     if (name && rows.hasField(field.spec.nameColumn)) rows.setValue(field.spec.nameColumn, name->text());
   }

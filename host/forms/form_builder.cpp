@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "host/controls/name_label.h"
 #include "host/forms/Base_common.h"
 
 using namespace Qt::StringLiterals;
@@ -129,9 +130,8 @@ QWidget* FormBuilder::field(FieldSpec spec) {
   cell->insertWidget(cell->count() - 1, element, fills ? 1 : 0);
   if (fills && spec.kind != FieldKind::Value) cell->setStretch(cell->count() - 1, 0);
   if (!spec.nameLabel.isEmpty()) {
-    auto* name = new QLabel(area_);
+    auto* name = new NameLabel(area_);
     name->setObjectName(spec.nameLabel);
-    name->setTextFormat(Qt::PlainText);
     name->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     name->setMinimumWidth(name->fontMetrics().horizontalAdvance(u'字') * 6);
     cell->insertWidget(cell->count() - 1, name);
@@ -191,12 +191,13 @@ void FormBuilder::bind(const FieldSpec& spec, QWidget* element) {
     if (auto* lookup = qobject_cast<TExtEdit*>(asEdit); lookup && spec.lookup) lookup->setLookup(spec.lookup);
     if (spec.exit) {
       screen.setExitCheck(element, spec.exit);
-    } else if (spec.required || spec.check != FieldCheck::None) {
+    } else if (spec.required || spec.check != FieldCheck::None || spec.kind == FieldKind::Date) {
       screen.setExitCheck(element, [&screen, asEdit, required = spec.required, check = spec.check] {
         if (required) screen.CheckBlank(asEdit);
         if (check == FieldCheck::Id) screen.CheckId(asEdit);
         if (check == FieldCheck::Float) screen.CheckFloat(asEdit);
         if (check == FieldCheck::FloatCanZero) screen.CheckFloatCanZero(asEdit);
+        if (auto* date = qobject_cast<TDBDateTimeEditEh*>(asEdit)) screen.CheckDate(date);
       });
     }
     return;

@@ -24,7 +24,6 @@ constexpr qint64 countedUpTo = 1000;
 struct Use {
   QString list;
   qint64 rows = 0;
-  bool counted = true;
 };
 
 // A number from the first column of the first row; none where nothing was found.
@@ -35,7 +34,6 @@ qint64 numberOf(const SqlSet& set) {
 QString selectOf(const Reference& reference, const QString& key) {
   const QString where =
       u" from "_s + reference.table + u" where "_s + reference.column + u'=' + QuotedStr(key);
-  if (!reference.counted) return u"select top 1 1 as n"_s + where + u';';
   return u"select count(*) as n from (select top %1 "_s.arg(countedUpTo + 1) + reference.column + where +
          u") t;"_s;
 }
@@ -46,7 +44,6 @@ void add(std::vector<Use>& uses, const Reference& reference, qint64 rows) {
   auto use = std::ranges::find_if(uses, [&](const Use& one) { return one.list == reference.list; });
   if (use == uses.end()) use = uses.insert(use, {.list = reference.list.toString()});
   use->rows += rows;
-  use->counted = use->counted && reference.counted;
 }
 
 std::vector<Use> usesOf(const QString& table, const QString& key) {
@@ -66,7 +63,6 @@ std::vector<Use> usesOf(const QString& table, const QString& key) {
 }
 
 QString partOf(const Use& use) {
-  if (!use.counted) return use.list;
   if (use.rows > countedUpTo) return Texts::tr("%1 %2 行以上").arg(use.list).arg(countedUpTo);
   return Texts::tr("%1 %2 行").arg(use.list).arg(use.rows);
 }

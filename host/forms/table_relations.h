@@ -17,7 +17,6 @@ class TFrm_Base_Common;
 struct Reference {
   QLatin1StringView master, table, column;
   QStringView list;  // as users call it
-  bool counted;      // how many is worth telling; else only that there are some
 };
 GOODSBOOKHOST_EXPORT std::span<const Reference> references();
 

@@ -161,6 +161,21 @@ TEST_F(Accounts, TheLedgerAccountHasToBeOfTheType) {
   EXPECT_EQ(statements(), Lines());
 }
 
+TEST_F(Accounts, ARefusedLedgerAccountIsPutRightByTheOtherType) {
+  startNew();
+  type(u"KM_ID"_s, u"1001"_s);
+  EXPECT_EQ(focus(u"QCMONEY"_s), u"KM_ID"_s);
+  EXPECT_EQ(messages(), Lines{u"该类的科目不存在!"_s});
+  click(u"RB2"_s);
+  EXPECT_TRUE(checked(u"RB2"_s));
+  EXPECT_EQ(focused(), u"KM_ID"_s);
+  EXPECT_EQ(focus(u"QCMONEY"_s), u"QCMONEY"_s);
+  EXPECT_EQ(messages(), Lines());
+  press(u"Return"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(sql(u"select classid,km_id from D1010"_s), (Table{{u"0"_s, u"1001"_s}}));
+}
+
 TEST_F(Accounts, ATypeChangedAfterwardsIsNotHeldAgainstTheLedgerAccount) {
   openRow(u"('01','工行',1,'6222','工商银行','100201',3)"_s);
   act(u"Act_Edit"_s);

@@ -159,7 +159,7 @@ const Used used[] = {
      "insert into SYS_USER_CK values ('ADMIN','1',1);insert into D8202 (noid,ck_id) values ('1','1');"
      "insert into D8202 (noid,ck_id) values ('2','1');insert into D1801DWSJ (ADW,CK_ID) values (1,'1')"_s,
      u"1"_s,
-     u"是否删除【1 总店 (1)】?\r\n该资料已被使用：商品库存 1 行、仓库权限 1 行、进货单、区域售价。"_s},
+     u"是否删除【1 总店 (1)】?\r\n该资料已被使用：商品库存 1 行、仓库权限 1 行、进货单 2 行、区域售价 1 行。"_s},
     {"a department", 108,
      u"insert into D1008 (BM_ID,BM_NAME,OID) values ('1','仓储','Z');"
      "insert into D1101 (YW_ID,YW_NAME,BM_ID) values ('9','张三','1')"_s,
@@ -169,7 +169,13 @@ const Used used[] = {
      u"insert into D1011 (SEND_ID,SEND_NAME) values ('1','自提');"
      "insert into D1102 (KH_GYS_ID,SEND_ID) values ('1','1');insert into D1103 (KH_GYS_ID,SEND_ID) values ('1','1')"_s,
      {},
-     u"是否删除【1 自提】?\r\n该资料已被使用：客户、供应商。"_s},
+     u"是否删除【1 自提】?\r\n该资料已被使用：客户 1 行、供应商 1 行。"_s},
+    {"a salesperson",
+     112,
+     u"delete from D1101;insert into D1008 (BM_ID,BM_NAME,OID) values ('S','销售','Z');insert into D1101 (YW_ID,YW_NAME,BM_ID) values ('1','张三','S');"
+     "insert into D1102 (KH_GYS_ID,KM_IDA) values ('2','1');insert into D8202 (noid,YW_ID) values ('3','1')"_s,
+     {},
+     u"是否删除【1 张三】?\r\n该资料已被使用：客户 1 行、进货单 1 行。"_s},
     {"a payment method that nothing names",
      124,
      u"insert into D1012 (FF_ID,FF_NAME) values ('1','现金')"_s,

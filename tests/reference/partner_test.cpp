@@ -138,6 +138,8 @@ TEST_P(Partners, ANewOneStartsWithTheDefaultsAndTheCurrentCode) {
   EXPECT_EQ(messages(), Lines());
   EXPECT_EQ(executed(), Lines{inserted(u"p2"_s, u"2611000001"_s)});
   EXPECT_EQ(codes(), (QStringList{u"P1"_s, u"p2"_s}));
+  const QJsonObject added = rows(u"DBGridEh"_s)[1].toObject();
+  EXPECT_EQ(added["ADDR_NAME"_L1].toString() + added["SEND_NAME"_L1].toString(), u"华东自提"_s);
   EXPECT_EQ(
       sql(u"select km_ida,km_idb,convert(varchar(10),bdate,120),convert(varchar(10),edate,120) from "_s +
           member().table + u" where kh_gys_id='p2'"_s),

@@ -1,6 +1,11 @@
 // Staff and salespeople.
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QCalendarWidget>
+#include <QPushButton>
+
+#include "host/controls/edits.h"
 #include "tests/reference/reference_test.h"
 
 using namespace Qt::StringLiterals;
@@ -143,6 +148,69 @@ TEST_F(Staff, ANewOnesDatesAreNowUntilTheyAreChosen) {
   EXPECT_EQ(
       sql(u"select convert(varchar(10),bdate,120),convert(varchar(19),edate,120) from D1101 where yw_id='B1'"_s),
       (Table{{u"2026-11-20"_s, u"2027-03-01 00:00:00"_s}}));
+}
+
+TEST_F(Staff, WhatIsNoDateIsNeitherLeftNorSaved) {
+  openStaff();
+  act(u"Act_Add"_s);
+  type(u"Edit1"_s, u"b1"_s);
+  type(u"Edit2"_s, u"王五"_s);
+  type(u"BM_ID"_s, u"01"_s);
+  statements();
+  for (const QString& text : {u"2026"_s, u"10:30"_s, u"2026111"_s, u"202612"_s, u"2026-02-30"_s}) {
+    SCOPED_TRACE(text.toStdString());
+    type(u"EDATE"_s, text);
+    EXPECT_EQ(focus(u"Edit7"_s), u"EDATE"_s);
+    press(u"F9"_s);
+    EXPECT_EQ(focused(), u"EDATE"_s);
+    EXPECT_EQ(messages(), (Lines{u"结束日期应输入日期!"_s, u"结束日期应输入日期!"_s}));
+  }
+  onGui([] {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (auto* date = window->findChild<TDBDateTimeEditEh*>(u"BDATE"_s)) date->setText(u"2026"_s);
+    }
+  });
+  type(u"EDATE"_s, u"281231"_s);
+  press(u"F9"_s);
+  EXPECT_EQ(messages(), Lines{u"合同日期应输入日期!"_s}) << "OK looks at every date";
+  EXPECT_EQ(statements(), Lines());
+  type(u"BDATE"_s, u"260102"_s);
+  press(u"F9"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_TRUE(statements().back().contains(u",'2026-01-02','2028-12-31',"_s));
+  EXPECT_EQ(rows(u"DBGridEh"_s)[1]["EDATE"_L1].toString(), u"2028-12-31"_s);
+}
+
+TEST_F(Staff, TheCalendarsTodayIsTheProgramsDate) {
+  openStaff();
+  act(u"Act_Edit"_s);
+  type(u"EDATE"_s, QString());
+  click(u"EDATE.button"_s);
+  onGui([] {
+    QWidget* popup = QApplication::activePopupWidget();
+    ASSERT_NE(popup, nullptr);
+    EXPECT_EQ(popup->findChild<QCalendarWidget*>()->selectedDate(), QDate(2026, 11, 20));
+    for (QPushButton* button : popup->findChildren<QPushButton*>()) {
+      if (button->text() == u"今天") button->click();
+    }
+  });
+  EXPECT_EQ(text(u"EDATE"_s), u"2026-11-20"_s);
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(Staff, TheListShowsTheNumberThatWasSaved) {
+  openStaff();
+  for (const auto& [typed, shown] : {std::pair(u".5"_s, u"0.5"_s),
+                                     {u"1."_s, u"1"_s},
+                                     {u"-0"_s, u"0"_s},
+                                     {u"00.5"_s, u"0.5"_s},
+                                     {u"0.055555"_s, u"0.055555"_s}}) {
+    act(u"Act_Edit"_s);
+    type(u"tc"_s, typed);
+    click(u"btn_ok"_s);
+    EXPECT_EQ(rows(u"DBGridEh"_s)[0]["TC"_L1].toString(), shown);
+    EXPECT_EQ(sql(u"select tc from D1101"_s), (Table{{shown}}));
+  }
 }
 
 TEST_F(Staff, TheRatioIsAtMostOne) {

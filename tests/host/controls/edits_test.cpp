@@ -4,12 +4,16 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QHelpEvent>
 #include <QInputMethodEvent>
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
+#include <QToolTip>
 #include <QVBoxLayout>
+
+#include "host/controls/name_label.h"
 
 using namespace Qt::StringLiterals;
 
@@ -120,8 +124,27 @@ TEST(NumberEdit, PointAndDigitsOfAChineseInputMethodBecomePlain) {
 TEST(NumberEdit, PastesAmountsWithDigitGroups) {
   TDBNumberEditEh edit;
   edit.setDecimalPlaces(2);
-  paste(edit, u" 1,234.567 "_s);
-  EXPECT_EQ(edit.text(), u"1234.56"_s);
+  for (const QString& amount : {u" 1,234.56 "_s, u"￥1,234.56"_s, u"1，234.56元"_s, u"１２３４．５６"_s}) {
+    edit.selectAll();
+    paste(edit, amount);
+    EXPECT_EQ(edit.text(), u"1234.56"_s) << amount.toStdString();
+    edit.clear();
+  }
+}
+
+TEST(NumberEdit, APastedTextDoesNotBecomeAnotherNumber) {
+  TDBNumberEditEh edit;
+  edit.setDecimalPlaces(2);
+  edit.setText(u"7"_s);
+  for (const QString& other : {u"0.055"_s, u"1e5"_s, u"1,5"_s, u"12-3"_s, u"3箱"_s, u"1.2.3"_s, u"abc"_s}) {
+    edit.selectAll();
+    paste(edit, other);
+    EXPECT_EQ(edit.text(), u"7"_s) << other.toStdString();
+    EXPECT_TRUE(QToolTip::text().contains(other)) << other.toStdString();
+  }
+  edit.setText(u"1.2"_s);
+  paste(edit, u"34"_s);
+  EXPECT_EQ(edit.text(), u"1.2"_s) << "not a part of it either";
 }
 
 TEST(NumberEdit, KeepsTheTextAsTypedAndEmptyStaysEmpty) {
@@ -178,13 +201,23 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(DateEdit, ReadsUsualSpellingsAndMayBeEmpty) {
   TDBDateTimeEditEh edit;
   EXPECT_TRUE(edit.isReadable());
-  for (const QString& spelling :
-       {u"2026-11-05"_s, u"2026/11/5"_s, u"20261105"_s, u"2026.11.05"_s, u"2026年11月5日"_s}) {
+  for (const QString& spelling : {u"2026-11-05"_s, u"2026/11/5"_s, u"20261105"_s, u"2026.11.05"_s,
+                                  u"2026年11月5日"_s, u"261105"_s, u"20261105 10:11"_s}) {
     edit.setText(spelling);
     EXPECT_EQ(edit.dateTime().date(), QDate(2026, 11, 5)) << spelling.toStdString();
   }
-  edit.setText(u"2026-02-30"_s);
-  EXPECT_FALSE(edit.isReadable());
+}
+
+TEST(DateEdit, DoesNotGuess) {
+  TDBDateTimeEditEh edit;
+  for (const QString& text :
+       {u"2026-02-30"_s, u"202612"_s, u"2026111"_s, u"2026-111"_s, u"202611-1"_s, u"2026"_s, u"10:30"_s,
+        u"26-1-5"_s, u"1752-12-31"_s, u"0026-01-05"_s, u"2026-01-05 25:00"_s}) {
+    edit.setText(text);
+    EXPECT_FALSE(edit.isReadable()) << text.toStdString();
+    edit.takeUsualForm();
+    EXPECT_EQ(edit.text(), text);
+  }
 }
 
 TEST(DateEdit, TakesTheUsualFormWhenTheFocusLeaves) {
@@ -211,6 +244,23 @@ TEST(DateEdit, CalendarOpensAndEscClosesIt) {
   ASSERT_NE(popup, nullptr);
   QTest::keyClick(popup, Qt::Key_Escape);
   EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+TEST(NameLabel, ALongNameEndsWithDotsAndStandsInTheToolTip) {
+  NameLabel label;
+  label.resize(label.fontMetrics().horizontalAdvance(u'字') * 6, 24);
+  const auto shownTip = [&label] {
+    QToolTip::hideText();
+    QHelpEvent asked(QEvent::ToolTip, QPoint(2, 2), label.mapToGlobal(QPoint(2, 2)));
+    QApplication::sendEvent(&label, &asked);
+    return QToolTip::text();
+  };
+  label.setText(u"华东"_s);
+  EXPECT_EQ(label.shownText(), u"华东"_s);
+  EXPECT_EQ(shownTip(), QString());
+  label.setText(u"华东地区浙江省杭州市余杭区西溪街"_s);
+  EXPECT_TRUE(label.shownText().endsWith(u'…'));
+  EXPECT_EQ(shownTip(), label.text());
 }
 
 TEST(LookupEdit, ButtonFollowsTheName) {

@@ -216,6 +216,7 @@ TEST_F(ListsOnDatabase, ACodeMustStandInItsTableAndShowsItsName) {
   edit->setText(u"99"_s);
   EXPECT_THROW(list->editor->CheckId(edit), EAbort);
   EXPECT_EQ(shop.desktop().messages, QStringList{u"5 商品分类【99】不存在!"_s});
+  EXPECT_EQ(list->editor->text(u"CLASS_NAME"_s), u""_s) << "not the name of the one before";
   edit->clear();
   list->editor->CheckId(edit);
   EXPECT_EQ(list->editor->text(u"CLASS_NAME"_s), u""_s);
