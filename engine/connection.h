@@ -20,6 +20,8 @@ struct Options {
   std::function<std::int64_t()> now =
       {};               // GETDATE() in milliseconds since 1900-01-01; the system's local clock when empty
   bool create = false;  // create the file when it is missing
+  // As on a server, RAISERROR from severity 11 up neither ends a batch nor undoes it: it is told as a notice.
+  bool raisedErrorsGoOn = false;
 };
 
 // One connection to a database file, used by one thread. Batches in T-SQL run on SQLite with a server's

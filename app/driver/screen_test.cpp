@@ -204,6 +204,10 @@ void ScreenTest::onGui(const std::function<void()>& work) {
   if (failure) std::rethrow_exception(failure);
 }
 
+bool ScreenTest::onServer() {
+  return TestServer::isGiven();
+}
+
 Driver& ScreenTest::driver() {
   return stage_->driver;
 }

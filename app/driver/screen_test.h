@@ -61,6 +61,7 @@ class ScreenTest : public ::testing::Test {
   void onGui(const std::function<void()>& work);
   Driver& driver();
   DriveDesktop& desktop();
+  static bool onServer();                            // where a database is no file
   QString folder() const { return folder_.path(); }  // the program's folder of this test
 
   // To be called in a test's constructor: the database file to start from, a copy of which is used; else an

@@ -63,7 +63,7 @@ void BatchRunner::runOne(const Statement& statement, const Frame& frame) {
     void operator()(const Delete&) { runner.write(statement, frame); }
     void operator()(const If& content) { runner.runIf(content, statement, frame); }
     void operator()(const Block& block) { runner.runAll(block.statements, frame); }
-    void operator()(const RaiseError& raise) { runner.raise(raise, frame); }
+    void operator()(const RaiseError& raise) { runner.raise(raise, statement, frame); }
     void operator()(const Print& print) { runner.print(print, frame); }
     void operator()(const Execute& execute) { runner.call(execute, frame); }
     void operator()(const SetOption& option) { runner.setOption(option); }
@@ -129,7 +129,7 @@ bool BatchRunner::holds(const Statement& statement, const Frame& frame) {
   }
 }
 
-void BatchRunner::raise(const RaiseError& raise, const Frame& frame) {
+void BatchRunner::raise(const RaiseError& raise, const Statement& statement, const Frame& frame) {
   const auto whole = [&](const ExpressionPtr& expression) {
     const TypedValue typed = constantValue(*expression, frame);
     const Value number = convertValue(typed.value, typed.type, {Kind::Int});
@@ -144,11 +144,12 @@ void BatchRunner::raise(const RaiseError& raise, const Frame& frame) {
   Diagnostic diagnostic{.number = raisedError,
                         .severity = std::clamp(whole(raise.severity), 0, highestSeverity),
                         .state = whole(raise.state),
-                        .line = 1,
+                        .line = static_cast<int>(statement.position.line),
                         .text = {}};
   diagnostic.text =
       isNull(message.value) ? std::string() : formatMessage(std::get<std::string>(message.value), arguments);
-  if (diagnostic.severity >= leastErrorSeverity) throw SqlError(std::move(diagnostic));
+  const bool ends = diagnostic.severity >= leastErrorSeverity && !state_.raisedErrorsGoOn();
+  if (ends) throw SqlError(std::move(diagnostic));
   sink_.notice(diagnostic);
 }
 

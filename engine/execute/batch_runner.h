@@ -23,7 +23,7 @@ class BatchRunner {
   void write(const Statement& statement, const Frame& frame);
   void runIf(const If& content, const Statement& statement, const Frame& frame);
   bool holds(const Statement& conditional, const Frame& frame);
-  void raise(const RaiseError& raise, const Frame& frame);
+  void raise(const RaiseError& raise, const Statement& statement, const Frame& frame);
   void print(const Print& print, const Frame& frame);
   void setOption(const SetOption& option);
   void setIdentityInsert(const SetOption& option);

@@ -45,6 +45,8 @@ class EngineState {
   void setIdentityInsert(std::string_view table) { identityInsert_ = table; }
   const std::string& identityInsert() const { return identityInsert_; }
 
+  bool raisedErrorsGoOn() const { return options_.raisedErrorsGoOn; }
+
   ReadyStatement ready(const Frame& frame, const Statement& statement);
   std::int64_t boundStatements() const { return bound_; }
 

@@ -183,7 +183,8 @@ TEST_F(MainWindowTest, TheStatusLineSaysWhoWorksWhere) {
   onGui([this] {
     QStringList texts;
     for (const QLabel* label : window_->statusBar()->findChildren<QLabel*>()) texts << label->text();
-    EXPECT_EQ(texts.join(u'|'), u"单位：样例商店|用户：ADMIN 系统管理员|仓库：总仓|数据库：test.db"_s);
+    const QString database = onServer() ? Session::current().database().displayName() : u"test.db"_s;
+    EXPECT_EQ(texts.join(u'|'), u"单位：样例商店|用户：ADMIN 系统管理员|仓库：总仓|数据库："_s + database);
   });
 }
 

@@ -5,6 +5,7 @@
 
 #include "host/barcodes/barcode_library.h"
 #include "host/barcodes/library_builder.h"
+#include "host/data/database.h"
 #include "tests/products/quick_screen.h"
 
 using namespace Qt::StringLiterals;
@@ -297,7 +298,7 @@ TEST_F(BarcodePrompt, ALibraryThatCannotBeOpenedOffersTheDownload) {
 
 TEST_F(BarcodePrompt, AnotherDatabaseIsNoLibrary) {
   product(u"P1"_s, u"可乐"_s, u"6901"_s);
-  ASSERT_TRUE(QFile::copy(folder() + u"/test.db"_s, BarcodeLibrary::fileIn(folder())));
+  onGui([this] { openEmbeddedDatabase(BarcodeLibrary::fileIn(folder())); });
   leaveBarcode(u"6901"_s);
   EXPECT_TRUE(text(u"Label1"_s).startsWith(downloadHint));
   leaveAll();

@@ -123,7 +123,9 @@ OdbcConnection::Statement::Statement(OdbcConnection& connection)
 
 OdbcConnection::Statement::Statement(OdbcConnection& connection, const QString& text)
     : Statement(connection) {
-  code_ = SQLExecDirectW(handle_.get(), wide(text), static_cast<SQLINTEGER>(text.size()));
+  // The manager takes no empty text; a blank one is a batch without statements.
+  const QString batch = text.isEmpty() ? u" "_s : text;
+  code_ = SQLExecDirectW(handle_.get(), wide(batch), static_cast<SQLINTEGER>(batch.size()));
   connection_.check(code_, handle_);
   atResult_ = true;
 }
