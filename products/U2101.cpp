@@ -74,7 +74,7 @@ TF2101::TF2101(QWidget* owner) : TFrm_Base_Outer(owner) {
   FormCreate();
   QAction* pictures = action(u"Act_Other"_s);
   pictures->setText(tr("图片"));
-  pictures->setToolTip(tr("图片浏览"));
+  setActionHint(pictures, tr("图片浏览"));
   QAction* imports = addScreenAction({.name = u"Act_imp"_s,
                                       .caption = tr("导入"),
                                       .hint = tr("新品批量导入"),

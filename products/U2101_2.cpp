@@ -32,8 +32,7 @@ TF2101_2::TF2101_2(QWidget* owner) : TFrm_Base_Dialog(owner), DBGridEh(new TDBGr
   DBGridEh->setEmptyText(tr("该商品没有更改记录"));
   DBGridEh->setRecordSet(&AdoQry_Tmp);
   FormBuilder(*this).wide(DBGridEh, 1);
-  btn_ok->hide();
-  btn_Cancel->setText(tr("关闭"));
+  setCloseOnly();
   FormCreate();
 }
 

@@ -36,6 +36,7 @@ tF2101_4::tF2101_4(QWidget* owner)
   form.wide(heading);
   caption_->setObjectName(u"Label2"_s);
   caption_->setAlignment(Qt::AlignCenter);
+  caption_->setWordWrap(true);  // a long name must not make the window wider than the screen
   caption_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   form.wide(caption_);
   picture_->setObjectName(u"DBImage1"_s);
@@ -64,8 +65,7 @@ tF2101_4::tF2101_4(QWidget* owner)
   QPushButton* print = makeButton(u"BtnPrint"_s, tr("预览/打印 F2"));
   buttonRow()->insertWidget(0, print);
   onClick(print, [this] { BtnPrintClick(); });
-  btn_ok->hide();
-  btn_Cancel->setText(tr("关闭"));
+  setCloseOnly();
   connect(&AdoQry_Tmp, &RecordSet::afterScroll, this, &tF2101_4::showCurrent);
   FormCreate();
 }
@@ -107,6 +107,8 @@ void tF2101_4::move(int key) {
       AdoQry_Tmp.last();
       break;
     case Qt::Key_PageUp:
+    case Qt::Key_Left:
+    case Qt::Key_Up:
       AdoQry_Tmp.prior();
       break;
     default:
@@ -125,6 +127,10 @@ void tF2101_4::FormKeyDown(QKeyEvent* event) {
     case Qt::Key_End:
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+    case Qt::Key_Right:
+    case Qt::Key_Down:
       event->accept();
       move(event->key());
       return;

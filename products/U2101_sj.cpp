@@ -3,7 +3,9 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 
+#include "host/U_function.h"
 #include "host/data/U_dataop.h"
+#include "host/data/errors.h"
 #include "host/forms/form_builder.h"
 
 using namespace Qt::StringLiterals;
@@ -56,15 +58,20 @@ void TF2101_SJ::init(const QString& adw) {
     for (const QString& name : names) AdoQry_Main.setValue(name, AdoQry_Tmp.text(name));
     AdoQry_Main.post();
   }
+  AdoQry_Main.mergeChangeLog();
   AdoQry_Main.first();
   AdoQry_Main.enableControls();
   DBGridEh->setSelectedField(u"SJ"_s);  // the warehouses before it are not typed into
 }
 
+bool TF2101_SJ::hasUnsavedInput() const {
+  return !DBGridEh->isReadOnly() && AdoQry_Main.hasChanges();
+}
+
 void TF2101_SJ::showOnly() {
   DBGridEh->setReadOnly(true);
-  for (const QString& name : {u"Label1"_s, u"bsSkinButton1"_s, u"btn_ok"_s}) elementNamed(name)->hide();
-  btn_Cancel->setText(tr("关闭"));
+  for (const QString& name : {u"Label1"_s, u"bsSkinButton1"_s}) elementNamed(name)->hide();
+  setCloseOnly();
 }
 
 void TF2101_SJ::bsSkinButton1Click() {
@@ -79,18 +86,34 @@ void TF2101_SJ::bsSkinButton1Click() {
   AdoQry_Main.enableControls();
 }
 
+void TF2101_SJ::requirePrice(int row, const QString& field) {
+  const QString price = AdoQry_Main.textAt(row, AdoQry_Main.fieldIndex(field));
+  bool isNumber = false;
+  price.toDouble(&isNumber);
+  if (isNumber || price.isEmpty()) return;
+  AdoQry_Main.moveTo(row);
+  DBGridEh->setSelectedField(field);
+  DBGridEh->setFocus(Qt::OtherFocusReason);
+  DISPINFO(tr("【%1】的价格应输入数字!").arg(AdoQry_Main.text(u"CK_NAME"_s)), 5);
+  throw EAbort();
+}
+
 void TF2101_SJ::btn_okClick() {
   TFrm_Base_Dialog::btn_okClick();
   if (AdoQry_Main.state() != RecordSet::State::Browse) AdoQry_Main.post();
   const auto counts = [](const QString& price) { return !price.isEmpty() && price != "0"_L1; };
+  const auto textAt = [this](int row, const QString& field) {
+    return AdoQry_Main.textAt(row, AdoQry_Main.fieldIndex(field));
+  };
   // The first insert follows the number without a separator: a statement begins at its keyword.
   QString batch = u"delete from D1801DWsj where adw="_s + adw_;
-  for (AdoQry_Main.first(); !AdoQry_Main.eof(); AdoQry_Main.next()) {
-    const QString retail = AdoQry_Main.text(u"sj"_s);
-    const QString member = AdoQry_Main.text(u"vipsj"_s);
+  for (int row = 0; row < AdoQry_Main.rowCount(); ++row) {
+    for (const QString& field : {u"SJ"_s, u"VIPSJ"_s}) requirePrice(row, field);
+    const QString retail = textAt(row, u"SJ"_s);
+    const QString member = textAt(row, u"VIPSJ"_s);
     if (!counts(retail) || !counts(member)) continue;
     batch += u"insert into  D1801DWSJ (ADW,CK_ID,  SJ, VIPSJ) values("_s + adw_ + u",'"_s +
-             AdoQry_Main.text(u"ck_id"_s) + u"','"_s + retail + u"','"_s + member + u"');"_s;
+             textAt(row, u"CK_ID"_s) + u"','"_s + retail + u"','"_s + member + u"');"_s;
   }
   ExecSql(u"101"_s, adw_, u"Edit"_s, batch);
   setModalResult(QDialog::Accepted);

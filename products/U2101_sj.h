@@ -16,9 +16,11 @@ class TF2101_SJ : public TFrm_Base_Dialog {
 
  protected:
   void btn_okClick() override;
+  bool hasUnsavedInput() const override;
 
  private:
   void bsSkinButton1Click();
+  void requirePrice(int row, const QString& field);  // empty or a number; the cell gets the focus otherwise
 
   TDBGridEh* DBGridEh;
   RecordSet AdoQry_Main;  // the prices as typed: what is text "0" is not saved, "0.00" is

@@ -19,7 +19,8 @@ constexpr int longestBarcode = 30;
 
 void showLine(QPlainTextEdit& memo, int line) {
   QTextCursor cursor(memo.document()->findBlockByNumber(line));
-  cursor.select(QTextCursor::BlockUnderCursor);
+  // The line break before it stays out: what is typed over the line must not join the one above.
+  cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
   memo.setTextCursor(cursor);
   memo.setFocus();
 }
@@ -32,11 +33,15 @@ TF2101_TM::TF2101_TM(QWidget* owner) : TFrm_Base_Dialog(owner) {
   FormBuilder form(*this);
   auto* barcodes = new QPlainTextEdit(body());
   barcodes->setObjectName(u"Memo1"_s);
+  barcodes->setTabChangesFocus(true);
   form.wide(barcodes, 1);
   form.note(u"Label1"_s, tr("系统提示：换行请按 【CTRL+回车】，本模块点击【确定】后即保存。"));
   QPushButton* clear = makeButton(u"bsSkinButton1"_s, tr("清空"));
   buttonRow()->insertWidget(0, clear);
-  onClick(clear, [this] { setText(u"Memo1"_s, {}); });
+  onClick(clear, [this, barcodes] {
+    setText(u"Memo1"_s, {});
+    barcodes->document()->setModified();
+  });
   FormCreate();
 }
 
@@ -48,10 +53,15 @@ void TF2101_TM::init(const QString& adw) {
   setText(u"Memo1"_s, lines.join(u'\n'));
 }
 
+bool TF2101_TM::hasUnsavedInput() const {
+  const auto* barcodes = element<QPlainTextEdit>(u"Memo1"_s);
+  return !barcodes->isReadOnly() && barcodes->document()->isModified();
+}
+
 void TF2101_TM::showOnly() {
   setElementReadOnly(elementNamed(u"Memo1"_s), true);
-  for (const QString& name : {u"Label1"_s, u"bsSkinButton1"_s, u"btn_ok"_s}) elementNamed(name)->hide();
-  btn_Cancel->setText(tr("关闭"));
+  for (const QString& name : {u"Label1"_s, u"bsSkinButton1"_s}) elementNamed(name)->hide();
+  setCloseOnly();
 }
 
 void TF2101_TM::btn_okClick() {

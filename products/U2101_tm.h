@@ -15,6 +15,7 @@ class TF2101_TM : public TFrm_Base_Dialog {
 
  protected:
   void btn_okClick() override;
+  bool hasUnsavedInput() const override;
 
  private:
   QString adw_;

@@ -77,6 +77,7 @@ void TF2101F::btn_okClick() {
   const bool invalid = isChecked(u"NO"_s);
   if (!valid && !invalid) {
     DISPINFO(tr("有效和无效必须选定一个"), 5);
+    elementNamed(u"YS"_s)->setFocus(Qt::OtherFocusReason);
     return;
   }
   resetCondition();

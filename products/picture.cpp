@@ -15,6 +15,7 @@ namespace goodsbook {
 namespace {
 
 constexpr int longestSide = 1024;
+constexpr int largestPictureMb = 1024;  // decoded
 constexpr int jpegQuality = 85;
 
 QString translated(const char* text) {
@@ -59,8 +60,11 @@ QByteArray fromFile(const QString& path) {
   }
   const QSize size = reader.size();
   if (size.isValid() && (size.width() > longestSide || size.height() > longestSide)) {
-    reader.setScaledSize(size.scaled(longestSide, longestSide, Qt::KeepAspectRatio));
+    const QSize fitting = size.scaled(longestSide, longestSide, Qt::KeepAspectRatio);
+    reader.setScaledSize(fitting.expandedTo({1, 1}));
   }
+  // Qt's own limit refuses what a camera may well deliver; this much memory is free for the moment it takes.
+  QImageReader::setAllocationLimit(largestPictureMb);
   QImage image = reader.read();
   if (image.isNull() || (format == "jpeg" && !hasItsEnd(content)))
     throw std::runtime_error(translated("图片已损坏，不能打开：%1").arg(path).toStdString());

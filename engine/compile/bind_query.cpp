@@ -7,6 +7,7 @@
 #include "engine/compile/grouping.h"
 #include "engine/compile/literals.h"
 #include "engine/compile/nodes.h"
+#include "engine/compile/row_order.h"
 #include "engine/runtime/failure.h"
 #include "engine/syntax/names.h"
 
@@ -74,7 +75,8 @@ std::string itemName(const SelectItem& item) {
 }  // namespace
 
 void Binder::bindSelect(const Query& query) {
-  const BoundQuery bound = bindQuery(query, nullptr, true);
+  BoundQuery bound = bindQuery(query, nullptr, true);
+  keepRowOrder(bound, catalog_);
   plan_.result = Plan::Result::Rows;
   for (const BoundItem& item : itemsOf(bound))
     plan_.columns.push_back({.name = item.name,

@@ -7,8 +7,10 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <QRegularExpression>
 
 #include "host/controls/grid_private.h"
+#include "host/controls/progress.h"
 #include "host/forms/Base.h"
 
 using namespace Qt::StringLiterals;
@@ -167,24 +169,32 @@ void TDBGridEh::clickCell(int row, const QString& field, bool doubleClick) {
   send(QEvent::MouseButtonRelease);
 }
 
-void TDBGridEh::copyToClipboard() const {
+void TDBGridEh::copyToClipboard() {
   const RecordSet* rows = recordSet();
   if (rows == nullptr || rows->isEmpty()) return;
   std::vector<int> lines;
-  for (const RecordSet::Bookmark row : selectedRows()) lines.push_back(rows->rowOf(row));
+  for (const RecordSet::Bookmark row : selectedRows())
+    lines.push_back(rows->rowOf(row, lines.empty() ? -1 : lines.back() + 1));
   if (lines.empty()) lines.push_back(rows->currentRow());
-  const auto line = [this](auto&& textOf) {
-    QStringList texts;
-    for (int visual = 0; visual < horizontalHeader()->count(); ++visual) {
-      const int column = horizontalHeader()->logicalIndex(visual);
-      if (isColumnHidden(column) || d_->model->column(column).button) continue;
-      texts << QString(textOf(column)).simplified();
-    }
-    return texts.join(u'\t');
+  std::vector<int> columns;
+  for (int visual = 0; visual < horizontalHeader()->count(); ++visual) {
+    const int column = horizontalHeader()->logicalIndex(visual);
+    if (!isColumnHidden(column) && !d_->model->column(column).button) columns.push_back(column);
+  }
+  QString copied;
+  const auto add = [&](QString text, bool last) {
+    // Tabs and line breaks are what parts cells and rows.
+    static const QRegularExpression parting(u"[\\t\\r\\n]+"_s);
+    copied += text.replace(parting, u" "_s) + QChar(last ? u'\n' : u'\t');
   };
-  QStringList text{line([this](int column) { return d_->model->title(column); })};
-  for (const int row : lines) text << line([this, row](int column) { return d_->model->text(row, column); });
-  QGuiApplication::clipboard()->setText(text.join(u'\n') + u'\n');
+  for (const int column : columns) add(d_->model->title(column), column == columns.back());
+  Progress progress(window(), tr("正在复制…"), static_cast<int>(lines.size()));
+  int done = 0;
+  for (const int row : lines) {
+    for (const int column : columns) add(d_->model->text(row, column), column == columns.back());
+    progress.step(++done);
+  }
+  QGuiApplication::clipboard()->setText(copied);
 }
 
 void TDBGridEh::keyPressEvent(QKeyEvent* event) {
@@ -194,7 +204,7 @@ void TDBGridEh::keyPressEvent(QKeyEvent* event) {
   if (event->isAccepted() || alive == nullptr) return;
   event->accept();
   if (event->matches(QKeySequence::Copy)) {
-    copyToClipboard();
+    guarded(this, [this] { copyToClipboard(); });
     return;
   }
   const int column = currentIndex().column();

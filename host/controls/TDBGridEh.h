@@ -77,7 +77,8 @@ class GOODSBOOKHOST_EXPORT TDBGridEh : public QTableView {
   bool editCell(int row, const QString& field, const QString& text);
   void clickCell(int row, const QString& field, bool doubleClick = false);
 
-  void copyToClipboard() const;  // picked rows or the current one, tab-separated, with headings
+  void copyToClipboard();  // throws EAbort when the user cancels; picked rows or the current one,
+                           // tab-separated, with headings
 
   // Order, widths and visibility of the columns and the sort, as one text for layout storage.
   QByteArray saveLayout() const;

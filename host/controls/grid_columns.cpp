@@ -131,7 +131,8 @@ void TDBGridEh::Private::showHeaderMenu(QPoint place) {
   menu->addSeparator();
   connect(menu->addAction(tr("取消排序")), &QAction::triggered, q, [this] { sort({}, false); });
   connect(menu->addAction(tr("恢复默认列")), &QAction::triggered, q, [this] { applyColumns(); });
-  connect(menu->addAction(tr("复制(含标题)")), &QAction::triggered, q, [this] { q->copyToClipboard(); });
+  connect(menu->addAction(tr("复制(含标题)")), &QAction::triggered, q,
+          [this] { guarded(q, [this] { q->copyToClipboard(); }); });
   menu->popup(header->mapToGlobal(place));
 }
 

@@ -14,6 +14,7 @@ target_sources(goodsbookhost PRIVATE
   controls/grid_picks.h controls/grid_picks.cpp
   controls/grid_rows.cpp
   controls/grid_search.h controls/grid_search.cpp
+  controls/progress.h controls/progress.cpp
   controls/storage.h controls/storage.cpp
   controls/TASQLite3.h controls/TASQLite3.cpp
 )

@@ -169,9 +169,9 @@ bool RecordSet::gotoBookmark(Bookmark bookmark) {
   return true;
 }
 
-int RecordSet::rowOf(Bookmark bookmark) const {
+int RecordSet::rowOf(Bookmark bookmark, int near) const {
   if (bookmark < 0 || bookmark > 0xFFFF'FFFF || !isOpen()) return -1;
-  return d_->positionOf(static_cast<RowRef>(bookmark), d_->current);
+  return d_->positionOf(static_cast<RowRef>(bookmark), near < 0 ? d_->current : near);
 }
 
 // --- order and choice

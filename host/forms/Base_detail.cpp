@@ -151,19 +151,6 @@ void TFrm_Base_Detail::btn_CancelClick() {
   done(QDialog::Rejected);
 }
 
-bool TFrm_Base_Detail::mayClose() {
-  if (!modified_ || isReadOnly() || !isVisible()) return true;
-  if (DISPINFO(tr("资料已更改，是否保存?"), 2) != 'y') return true;
-  pressOk();
-  return false;
-}
-
-void TFrm_Base_Detail::reject() {
-  guarded(this, [this] {
-    if (mayClose()) btn_CancelClick();
-  });
-}
-
 QString TFrm_Base_Detail::helpText() const {
   return tr("%1\n\nEnter  下一项\nF9、Ctrl+Enter  保存\nEsc  返回\nF4  打开选择窗口")
       .arg(windowTitle().trimmed());

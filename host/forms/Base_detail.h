@@ -54,7 +54,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public OkCancelScreen {
   void btn_okClick() override;
   void btn_CancelClick() override;
   bool okAllowed() const override;
-  void reject() override;  // Esc and the close button: asks first when something was changed
+  bool hasUnsavedInput() const override { return modified_ && !isReadOnly(); }
   QString helpText() const override;
 
   void enableOk();         // what every editor does when its data change by another way than its fields
@@ -65,7 +65,6 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public OkCancelScreen {
  private:
   void watchRow();
   void saveWithRow();
-  bool mayClose();
   void openFilled();
 
   RecordSet* listRows_ = nullptr;

@@ -32,10 +32,6 @@ void TFrm_Base_Dialog::FormKeyDown(QKeyEvent* event) {
   OkCancelScreen::FormKeyDown(event);
 }
 
-void TFrm_Base_Dialog::reject() {
-  guarded(this, [this] { btn_CancelClick(); });
-}
-
 void TFrm_Base_Dialog::showEvent(QShowEvent* event) {
   OkCancelScreen::showEvent(event);
   if (event->spontaneous()) return;

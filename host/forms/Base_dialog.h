@@ -29,7 +29,6 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Dialog : public OkCancelScreen {
   void FormKeyDown(QKeyEvent* event) override;
   // Enter closes with result 1, for lists to choose from.
   void setEnterAccepts(bool on) { enterAccepts_ = on; }
-  void reject() override;
   void showEvent(QShowEvent* event) override;
 
  private:

@@ -23,7 +23,7 @@
 #include "host/print/list_print.h"
 #include "host/session.h"
 #include "host/sheet/list_export.h"
-#include "host/sheet/progress.h"
+#include "host/controls/progress.h"
 
 using namespace Qt::StringLiterals;
 
@@ -181,14 +181,18 @@ void ListScreen::refresh() {
   const QString key = bodyParam(bodyparam::keyField);
   const bool known = AdoQry_Main.isOpen() && AdoQry_Main.currentRow() >= 0 && AdoQry_Main.hasField(key);
   const QVariant current = known ? AdoQry_Main.value(key) : QVariant();
+  reload();
+  if (known && AdoQry_Main.isOpen() && AdoQry_Main.hasField(key) && !findLoaded(key, current) &&
+      load_->isRunning()) {
+    keyToFind_ = current;  // among the rows to come
+  }
+}
+
+void ListScreen::reload() {
   const QString column = DBGridEh->selectedField();
   keyToFind_ = QVariant();
   GetData();
-  if (!AdoQry_Main.isOpen()) return;
-  if (known && AdoQry_Main.hasField(key) && !findLoaded(key, current) && load_->isRunning()) {
-    keyToFind_ = current;  // among the rows to come
-  }
-  if (!column.isEmpty()) DBGridEh->setSelectedField(column);
+  if (AdoQry_Main.isOpen() && !column.isEmpty()) DBGridEh->setSelectedField(column);
 }
 
 // Without waiting for the rows that are still to come.
@@ -271,7 +275,12 @@ void ListScreen::narrow(const QString& condition, const QString& displayText) {
   const QString oldText = displayText_;
   setCondition(condition, displayText);
   try {
-    refresh();
+    // Whoever looks for something begins at the first row found; without the condition he stays where he was.
+    if (condition.trimmed().isEmpty()) {
+      refresh();
+    } else {
+      reload();
+    }
   } catch (...) {
     setCondition(oldCondition, oldText);  // the rows shown are still those
     throw;

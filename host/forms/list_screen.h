@@ -111,6 +111,7 @@ class GOODSBOOKHOST_EXPORT ListScreen : public TFrm_Base_Common {
   void offerCancel();  // while something waits for all rows
   void showEmptyText();
   void clearFilter();
+  void reload();  // loads again, from the first row
   void narrow(const QString& condition, const QString& displayText);
   void applyMoneyFormats();
   void rowsMoved();

@@ -5,6 +5,7 @@
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
+#include "host/U_function.h"
 #include "host/controls/TDBGridEh.h"
 
 using namespace Qt::StringLiterals;
@@ -91,6 +92,22 @@ void OkCancelScreen::pressOk() {
   pressing_ = false;
   // Unless whatever refused it put the focus elsewhere, the user goes on where he was.
   if (!ended && focusWidget() == btn_ok) backToPlace(btn_ok);
+}
+
+void OkCancelScreen::reject() {
+  guarded(this, [this] {
+    if (hasUnsavedInput() && isVisible() && DISPINFO(tr("资料已更改，是否保存?"), 2) == 'y') {
+      pressOk();
+    } else {
+      btn_CancelClick();
+    }
+  });
+}
+
+void OkCancelScreen::setCloseOnly() {
+  btn_ok->hide();
+  btn_Cancel->setText(tr("关闭"));
+  btn_Cancel->setToolTip(tr("关闭 (Esc)"));
 }
 
 void OkCancelScreen::FormKeyDown(QKeyEvent* event) {

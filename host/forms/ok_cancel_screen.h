@@ -18,10 +18,13 @@ class GOODSBOOKHOST_EXPORT OkCancelScreen : public TFrm_Base_Common {
   virtual void btn_okClick() = 0;  // the focus is on OK then: the field that had it has been checked
   virtual void btn_CancelClick() = 0;
   virtual bool okAllowed() const;  // OK is shown and enabled
+  virtual bool hasUnsavedInput() const { return false; }
 
   void FormCreate() override;
   void FormKeyDown(QKeyEvent* event) override;  // Esc: reject(); F9, Ctrl+Enter: OK
+  void reject() override;  // Esc and the close button: asks first when there is unsaved input
   void pressOk();
+  void setCloseOnly();  // OK is gone, Cancel is called what it does then
 
   QHBoxLayout* buttonRow() const { return buttons_; }  // own buttons go left of OK
   QPushButton* btn_ok;

@@ -14,7 +14,7 @@
 #include "host/print/label_layouts.h"
 #include "host/print/label_settings.h"
 #include "host/session.h"
-#include "host/sheet/progress.h"
+#include "host/controls/progress.h"
 
 using namespace Qt::StringLiterals;
 

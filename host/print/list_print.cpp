@@ -9,7 +9,7 @@
 #include "host/print/print_job.h"
 #include "host/session.h"
 #include "host/sheet/list_columns.h"
-#include "host/sheet/progress.h"
+#include "host/controls/progress.h"
 
 using namespace Qt::StringLiterals;
 

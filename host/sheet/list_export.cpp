@@ -5,7 +5,7 @@
 
 #include "host/session.h"
 #include "host/sheet/list_columns.h"
-#include "host/sheet/progress.h"
+#include "host/controls/progress.h"
 #include "host/sheet/sheet_table.h"
 
 using namespace Qt::StringLiterals;

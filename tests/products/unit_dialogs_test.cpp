@@ -74,6 +74,52 @@ TEST_F(UnitDialogs, ABarcodeHasThirtyCharactersAtMost) {
   leave();
 }
 
+TEST_F(UnitDialogs, ACorrectedBarcodeStaysOnItsOwnLine) {
+  openDialog(u"多条码"_s);
+  type(u"Memo1"_s, u"AAA\n"_s + QString(31, u'9'));
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{u"条码长度不可超过30位!"_s});
+  for (const QString& key : {u"1"_s, u"2"_s, u"3"_s}) press(key);
+  EXPECT_EQ(text(u"Memo1"_s), u"AAA\n123"_s);
+  click(u"btn_Cancel"_s);
+  leave();
+}
+
+TEST_F(UnitDialogs, EscapeAsksBeforeTypedBarcodesAndPricesAreLost) {
+  openDialog(u"多条码"_s);
+  press(u"B"_s);
+  answer({u"n"_s});
+  press(u"Esc"_s);
+  EXPECT_EQ(messages(), Lines{u"资料已更改，是否保存?"_s});
+  EXPECT_EQ(frontClass(), u"TF2101_1"_s);
+  reopen(u"区域售价"_s);
+  statements();
+  for (const QString& field : {u"SJ"_s, u"VIPSJ"_s}) cell(u"DBGridEh"_s, 0, field, u"1"_s);
+  press(u"Down"_s);  // the first Esc would otherwise take the row back
+  answer({u"y"_s});
+  press(u"Esc"_s);
+  EXPECT_EQ(messages(), Lines{u"资料已更改，是否保存?"_s});
+  EXPECT_EQ(sql(u"select CK_ID,SJ from D1801DWSJ"_s), (Table{{u"A"_s, u"1"_s}}));
+  reopen(u"区域售价"_s);
+  press(u"Esc"_s);
+  EXPECT_EQ(frontClass(), u"TF2101_1"_s) << "nothing was changed: no question";
+  leave();
+}
+
+TEST_F(UnitDialogs, APriceThatIsNoNumberIsRefusedInItsCell) {
+  openDialog(u"区域售价"_s);
+  statements();
+  for (const QString& field : {u"SJ"_s, u"VIPSJ"_s}) cell(u"DBGridEh"_s, 0, field, u"."_s);
+  click(u"btn_ok"_s);
+  const Lines told = messages();
+  ASSERT_EQ(told.size(), 1U);
+  EXPECT_TRUE(told[0].endsWith(u"的价格应输入数字!"_s)) << told[0].toStdString();
+  EXPECT_EQ(statements(), Lines());
+  EXPECT_EQ(done({{u"cmd"_s, u"rows"_s}, {u"element"_s, u"DBGridEh"_s}})["current"_L1].toInt(), 0);
+  click(u"btn_Cancel"_s);
+  leave();
+}
+
 TEST_F(UnitDialogs, AnEmptyBoxDeletesAllExtraBarcodes) {
   sql(u"insert into D1801DWTM values (1,'a1')"_s);
   openDialog(u"多条码"_s);

@@ -230,6 +230,7 @@ TEST(Plans, TheProductListReadsOneTableAndLooksTheOthersUp) {
   EXPECT_EQ(count("SCAN"), 1) << plan;
   EXPECT_EQ(count("SEARCH"), 4) << plan;
   EXPECT_EQ(count("AUTOMATIC"), 0) << plan;
+  EXPECT_EQ(count("TEMP B-TREE"), 0) << "the rows' order costs nothing:\n" << plan;
 }
 
 TEST(Plans, TheFilterStartsFromTheTablesThatItSearches) {
@@ -241,6 +242,21 @@ TEST(Plans, TheFilterStartsFromTheTablesThatItSearches) {
   const std::string plan = planOf(session, sql);
   EXPECT_NE(plan.find("USING COVERING INDEX D1801DW.IX_D1801DW_TM"), std::string::npos) << plan;
   EXPECT_NE(plan.find("INTEGER PRIMARY KEY (rowid=?)"), std::string::npos) << plan;
+}
+
+TEST(Plans, AFilterKeepsTheOrderOfTheList) {
+  Session session(Tables::Program);
+  for (const char* row : {"'01','甲'", "'02','乙'"})
+    session.run(std::string("insert into D1004(class_id,class_name) values(") + row + ")", Permission::Owner);
+  for (const char* row : {"'3','02'", "'1','01'", "'4','02'", "'2','02'"})
+    session.run(std::string("insert into D1801(WL_ID,CLASS_ID) values(") + row + ")", Permission::Owner);
+  const std::string list = "select WL_ID from D1801 inner join D1004 on D1801.CLASS_ID=D1004.CLASS_ID where ";
+  EXPECT_EQ(session.rows(list + "D1801.CLASS_ID='02'"), (Rows{{"3"}, {"4"}, {"2"}}));
+  const std::string searched =
+      "((D1004.CLASS_NAME LIKE '%甲%') or (D1801.WL_ID LIKE '%2%') or (D1801.WL_ID LIKE '%3%'))";
+  EXPECT_EQ(session.rows(list + searched), (Rows{{"3"}, {"1"}, {"2"}}));
+  const std::string plan = planOf(session, emittedSql(session.connection(), list + searched));
+  EXPECT_EQ(plan.find("TEMP B-TREE FOR ORDER BY"), std::string::npos) << plan;
 }
 
 }  // namespace

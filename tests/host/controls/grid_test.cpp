@@ -261,6 +261,15 @@ TEST_F(GridTest, CopyTakesPickedRowsWithHeadings) {
             u"编号\t名称\t售价\tSL\nC3\t橙子\t0.75\t100\nA1\t苹果\t3.50\t10\n"_s);
 }
 
+TEST_F(GridTest, CopiedTextsKeepTheirBlanks) {
+  rows.edit();
+  rows.setValue(u"WL_NAME"_s, u" 双  空\t格 "_s);
+  rows.post();
+  QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);
+  EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(u"\t 双  空 格 \t"_s))
+      << QGuiApplication::clipboard()->text().toStdString();
+}
+
 TEST_F(GridTest, LayoutComesBack) {
   QHeaderView* header = grid.horizontalHeader();
   header->moveSection(header->visualIndex(grid.columnOf(u"SL"_s)), 0);

@@ -1,4 +1,4 @@
-#include "host/sheet/progress.h"
+#include "host/controls/progress.h"
 
 #include <QCoreApplication>
 
