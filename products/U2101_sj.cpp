@@ -46,6 +46,8 @@ TF2101_SJ::TF2101_SJ(QWidget* owner) : TFrm_Base_Dialog(owner), DBGridEh(new TDB
 
 void TF2101_SJ::init(const QString& adw) {
   adw_ = adw;
+  guard_.watchRows(u"select adw from D1801DW where adw="_s + adw,
+                   u"select * from D1801DWSJ where ADW="_s + adw, u"CK_ID"_s, tr("区域售价"));
   opensql(
       AdoQry_Tmp, moduleCode_,
       u"SELECT D1007.CK_ID, D1007.CK_NAME, D1801DWSJ.SJ, D1801DWSJ.VIPSJ FROM D1007 LEFT OUTER JOIN D1801DWSJ ON D1801DWSJ.CK_ID = D1007.CK_ID AND D1801DWSJ.ADW ="_s +
@@ -115,6 +117,7 @@ void TF2101_SJ::btn_okClick() {
     batch += u"insert into  D1801DWSJ (ADW,CK_ID,  SJ, VIPSJ) values("_s + adw_ + u",'"_s +
              textAt(row, u"CK_ID"_s) + u"','"_s + retail + u"','"_s + member + u"');"_s;
   }
+  guard_.confirmSave(*this, windowTitle());
   ExecSql(u"101"_s, adw_, u"Edit"_s, batch);
   setModalResult(QDialog::Accepted);
 }

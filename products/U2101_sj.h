@@ -2,6 +2,7 @@
 
 #include "host/controls/TDBGridEh.h"
 #include "host/forms/Base_dialog.h"
+#include "host/forms/row_guard.h"
 
 namespace goodsbook {
 
@@ -25,6 +26,7 @@ class TF2101_SJ : public TFrm_Base_Dialog {
   TDBGridEh* DBGridEh;
   RecordSet AdoQry_Main;  // the prices as typed: what is text "0" is not saved, "0.00" is
   QString adw_;
+  RowGuard guard_;
 };
 
 }  // namespace goodsbook

@@ -47,6 +47,8 @@ TF2101_TM::TF2101_TM(QWidget* owner) : TFrm_Base_Dialog(owner) {
 
 void TF2101_TM::init(const QString& adw) {
   adw_ = adw;
+  guard_.watchRows(u"select adw from D1801DW where adw="_s + adw,
+                   u"select * from D1801DWTM where ADW="_s + adw, u"TM"_s, tr("条码"));
   opensql(AdoQry_Tmp, moduleCode_, u"select * from D1801DWTM where ADW="_s + adw);
   QStringList lines;
   for (AdoQry_Tmp.first(); !AdoQry_Tmp.eof(); AdoQry_Tmp.next()) lines << AdoQry_Tmp.text(u"tm"_s);
@@ -78,6 +80,7 @@ void TF2101_TM::btn_okClick() {
     }
     if (!barcode.isEmpty()) batch += u"insert into D1801DWTM values("_s + adw_ + u",'"_s + barcode + u"');"_s;
   }
+  guard_.confirmSave(*this, windowTitle());
   ExecSql(u"101"_s, adw_, u"Edit"_s, batch);
   setModalResult(QDialog::Accepted);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/forms/Base_dialog.h"
+#include "host/forms/row_guard.h"
 
 namespace goodsbook {
 
@@ -19,6 +20,7 @@ class TF2101_TM : public TFrm_Base_Dialog {
 
  private:
   QString adw_;
+  RowGuard guard_;
 };
 
 }  // namespace goodsbook

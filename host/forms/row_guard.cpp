@@ -115,6 +115,12 @@ void RowGuard::bringUpToDate(RecordSet& list, const QStringList& columns) const 
   if (list.state() == RecordSet::State::Edit) list.post();
 }
 
+void RowGuard::watchRows(const QString& owner, const QString& rows, const QString& rowKey,
+                         const QString& list) {
+  parts_ = {{.select = owner}, {.select = rows, .rowKey = rowKey, .list = list}};
+  for (Part& part : parts_) part.found = read(part.select);
+}
+
 void RowGuard::forget() {
   parts_.clear();
 }

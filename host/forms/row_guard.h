@@ -18,6 +18,9 @@ class TFrm_Base_Common;
 class GOODSBOOKHOST_EXPORT RowGuard {
  public:
   void watch(const TFrm_Base_Common& screen, const QString& key);
+  // Rows that hang on another one and are saved all together: `owner` selects that one by its key alone,
+  // `rows` what hangs on it, told apart by `rowKey`; messages call them `list`.
+  void watchRows(const QString& owner, const QString& rows, const QString& rowKey, const QString& list);
   void forget();
 
   // Brings these fields of the list's current row to what watch() found, so that an editor that fills itself

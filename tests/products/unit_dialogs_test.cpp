@@ -106,6 +106,21 @@ TEST_F(UnitDialogs, EscapeAsksBeforeTypedBarcodesAndPricesAreLost) {
   leave();
 }
 
+TEST_F(UnitDialogs, BarcodesThatAnotherProgramAddedAreNotOverwrittenUnasked) {
+  openDialog(u"多条码"_s);
+  type(u"Memo1"_s, u"mine"_s);
+  sql(u"insert into D1801DWTM values (1,'theirs')"_s);
+  answer({u"n"_s});
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{u"【一品多码设定】打开后已被其他用户修改：条码。\r\n是否仍然保存?"_s});
+  EXPECT_EQ(sql(u"select TM from D1801DWTM"_s), (Table{{u"theirs"_s}}));
+  sql(u"delete from D1801DW where adw=1"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{u"【一品多码设定】已被其他用户删除，不能保存!"_s});
+  click(u"btn_Cancel"_s);
+  leave();
+}
+
 TEST_F(UnitDialogs, APriceThatIsNoNumberIsRefusedInItsCell) {
   openDialog(u"区域售价"_s);
   statements();
