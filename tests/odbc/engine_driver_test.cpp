@@ -1,9 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <QTemporaryDir>
+#include <array>
+#include <atomic>
+#include <set>
 #include <thread>
 
 #include "host/data/copy/database_copy.h"
+#include "host/data/numbering.h"
 #include "host/data/server_database.h"
 #include "schema/schema.h"
 #include "tests/odbc/answers.h"
@@ -41,6 +45,11 @@ class EngineDriver : public testing::Test {
   SqlSets run(const QString& batch) { return runSql(*database_, batch, Database::Permission::Owner); }
   Rows rows(const QString& batch) { return texts(run(batch)); }
   QString value(const QString& select) { return rows(select).at(0).at(0); }
+  void makeTables() {
+    for (const schema::ScriptBatch& batch : schema::batches(schema::script())) {
+      run(QString::fromUtf8(batch.text.data(), static_cast<qsizetype>(batch.text.size())));
+    }
+  }
   EDatabaseError refused(const QString& batch) {
     return failure([&] { run(batch); });
   }
@@ -199,9 +208,7 @@ TEST_F(EngineDriver, AMissingDatabaseIsTold) {
 TEST_F(EngineDriver, AShopMovesToItAndBack) {
   const auto from = openEmbeddedDatabase(u":memory:"_s);
   runSql(*from, u"insert into D1003 (dw_id,dw_name) values ('01','件')"_s, Database::Permission::Owner);
-  for (const schema::ScriptBatch& batch : schema::batches(schema::script())) {
-    run(QString::fromUtf8(batch.text.data(), static_cast<qsizetype>(batch.text.size())));
-  }
+  makeTables();
   copyDatabase(*from, database());
   EXPECT_EQ(rows(u"select dw_id, dw_name from D1003"_s), (Rows{{u"01"_s, u"件"_s}}));
   const auto back = openEmbeddedDatabase(u":memory:"_s);
@@ -231,6 +238,38 @@ TEST_F(EngineDriver, ALockedRowIsWaitedForAndThenTold) {
   database().commit();
   runSql(*other, u"update goods set name='c'"_s, Database::Permission::Screens);
   EXPECT_EQ(value(u"select name from goods"_s), u"c"_s);
+}
+
+TEST_F(EngineDriver, TwoProgramsNeverDrawTheSameNumber) {
+  makeTables();
+  constexpr int each = 40;
+  const QDateTime now(QDate(2026, 11, 20), QTime(10, 11));
+  std::array<std::vector<QString>, 2> drawn;
+  std::array<std::thread, 2> programs;
+  for (std::size_t i = 0; i < programs.size(); ++i) {
+    programs[i] = std::thread([&, i] {
+      const auto own = connect(u"shop"_s);
+      for (int n = 0; n < each; ++n) drawn[i].push_back(drawNumber(*own, u"101"_s, u"A"_s, 6, now));
+    });
+  }
+  for (std::thread& program : programs) program.join();
+  std::set<QString> numbers(drawn[0].begin(), drawn[0].end());
+  numbers.insert(drawn[1].begin(), drawn[1].end());
+  EXPECT_EQ(numbers.size(), 2U * each);
+  EXPECT_EQ(*numbers.rbegin(), u"A000080"_s);
+}
+
+TEST_F(EngineDriver, ASaveAndItsAuditLineAreOne) {
+  makeTables();
+  const AuditLine line{.user = u"ADMIN"_s, .module = u"103"_s, .key = u"01"_s, .operation = u"Add"_s};
+  database().save(u"insert into D1003 (dw_id,dw_name) values ('01','件')"_s, line);
+  const EDatabaseError error = failure([&] {
+    database().save(u"insert into D1003 (dw_id,dw_name) values ('02','箱') raiserror('不行',16,1)"_s, line);
+  });
+  EXPECT_EQ(error.text, u"不行"_s);
+  EXPECT_EQ(rows(u"select dw_id from D1003"_s), (Rows{{u"01"_s}}));
+  EXPECT_EQ(rows(u"select KEY_VALUE, STATEMENT, len(TOKEN) from SYS_AUDIT"_s),
+            (Rows{{u"01"_s, u"insert into D1003 (dw_id,dw_name) values ('01','件')"_s, u"36"_s}}));
 }
 
 TEST_F(EngineDriver, ALongStatementIsInterrupted) {

@@ -49,17 +49,14 @@ std::string literalOf(std::string_view text) {
   return result + "'";
 }
 
-void define(engine::Connection& definitions, sqlite3* db, const std::string& select, std::string_view type) {
-  NoSink sink;
-  engine::SqliteStatement names(db, select);
-  while (names.step()) {
-    const std::string name(engine::columnText(names.get(), 0));
-    if (name.starts_with("sqlite_") || name.starts_with(engine::reservedPrefix)) continue;
-    const std::string values = " values (" + literalOf(name) + ", '" + std::string(type) + "', 0) ";
-    std::string batch = "insert into objects" + values;
-    if (type == "U ") batch += "insert into tables" + values;
-    definitions.execute(batch, sink, engine::Permission::Owner);
+std::vector<std::string> namesOf(sqlite3* db, std::string_view select) {
+  std::vector<std::string> names;
+  engine::SqliteStatement found(db, select);
+  while (found.step()) {
+    const std::string name(found.text(0));
+    if (!name.starts_with("sqlite_") && !name.starts_with(engine::reservedPrefix)) names.push_back(name);
   }
+  return names;
 }
 
 }  // namespace
@@ -130,19 +127,34 @@ void Databases::truncate(const std::string& name, const std::vector<std::string>
 
 std::unique_ptr<engine::Connection> Databases::definitions(const std::string& name) const {
   auto definitions = engine::Connection::open(":memory:", {.create = true});
-  NoSink sink;
+  std::string batch;
   for (const std::string table : {"objects", "tables"}) {
-    definitions->execute(
-        "create table " + table + " (name nvarchar(128), type nvarchar(2), is_ms_shipped bit)", sink,
-        engine::Permission::Owner);
+    batch += "create table " + table + " (name nvarchar(128), type nvarchar(2), is_ms_shipped bit) ";
   }
-  if (isMaster(name)) return definitions;
-  const PlainConnection connection(file(name));
-  define(*definitions, connection.get(), "SELECT name FROM sqlite_schema WHERE type = 'table'", "U ");
-  engine::SqliteStatement procedures(connection.get(),
-                                     "SELECT 1 FROM sqlite_schema WHERE name = 'goodsbook_procedures'");
-  if (procedures.step())
-    define(*definitions, connection.get(), "SELECT name FROM goodsbook_procedures", "P ");
+  // The engine always compares so, and its readers never wait.
+  batch +=
+      "create table databases (database_id int, name nvarchar(128), collation_name nvarchar(128), "
+      "is_read_committed_snapshot_on bit) insert into databases values (1, " +
+      literalOf(name) + ", 'Chinese_PRC_CI_AS', 1) ";
+  if (!isMaster(name)) {
+    const PlainConnection connection(file(name));
+    for (const std::string& table :
+         namesOf(connection.get(), "SELECT name FROM sqlite_schema WHERE type = 'table'")) {
+      for (const std::string view : {"objects", "tables"}) {
+        batch += "insert into " + view + " values (" + literalOf(table) + ", 'U ', 0) ";
+      }
+    }
+    engine::SqliteStatement any(connection.get(),
+                                "SELECT 1 FROM sqlite_schema WHERE name = 'goodsbook_procedures'");
+    if (any.step()) {
+      for (const std::string& procedure :
+           namesOf(connection.get(), "SELECT name FROM goodsbook_procedures")) {
+        batch += "insert into objects values (" + literalOf(procedure) + ", 'P ', 0) ";
+      }
+    }
+  }
+  NoSink sink;
+  definitions->execute(batch, sink, engine::Permission::Owner);
   return definitions;
 }
 

@@ -29,7 +29,7 @@ class Databases {
   // around it takes it back.
   void truncate(const std::string& name, const std::vector<std::string>& tables) const;
 
-  // A database with the tables `objects` and `tables`, which tell what is defined.
+  // A database with the tables `objects`, `tables` and `databases`, which tell what is defined.
   std::unique_ptr<engine::Connection> definitions(const std::string& name) const;
 
  private:

@@ -21,6 +21,8 @@ constexpr std::array<std::string_view, 10> lockHints = {
     "nolock",  "readcommitted", "readcommittedlock", "readpast", "repeatableread",
     "rowlock", "tablock",       "updlock",           "holdlock", "xlock"};
 
+constexpr std::array<std::string_view, 3> definitionViews = {"databases", "objects", "tables"};
+
 class Words {
  public:
   explicit Words(std::string_view batch) : batch_(batch) { engine::tokenize(batch, script_); }
@@ -153,8 +155,12 @@ std::optional<std::string> definitionsQuery(std::string_view batch) {
   std::string text(batch);
   bool found = false;
   for (std::size_t i = 0; i < words.size(); ++i) {
+    if (words.is(i, "db_id") && words.isSymbol(i + 2, Symbol::RightParen)) {
+      blank(text, words[i].position.offset, words.end(i + 2));
+      text[words[i].position.offset] = '1';
+    }
     if (!words.is(i, "sys") || !words.isSymbol(i + 1, Symbol::Dot)) continue;
-    if (!words.is(i + 2, "objects") && !words.is(i + 2, "tables")) continue;
+    if (!words.isAny(i + 2, definitionViews)) continue;
     blank(text, words[i].position.offset, words.end(i + 1));
     found = true;
   }

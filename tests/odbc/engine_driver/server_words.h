@@ -38,7 +38,8 @@ std::optional<DatabaseStatement> databaseStatement(std::string_view batch);
 // The tables of a batch that is nothing but TRUNCATE TABLE statements; empty for any other.
 std::vector<std::string> truncatedTables(std::string_view batch);
 
-// A batch that reads sys.objects or sys.tables, without the "sys."; nothing for any other.
+// A batch that reads sys.objects, sys.tables or sys.databases, without the "sys."; nothing for any other. The
+// database in use has the number 1.
 std::optional<std::string> definitionsQuery(std::string_view batch);
 
 }  // namespace goodsbook::engine_driver
