@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -54,7 +55,10 @@ class Cursor {
   virtual ~Cursor() = default;
   virtual std::span<const Column> columns() const = 0;
   virtual bool next() = 0;             // false at the end; throws SqlError
-  virtual const Row& row() const = 0;  // after next() gave true
+  virtual const Row& row() const = 0;  // after next() gave true; not behind ready()
+  // Whether next() can answer at once; waits for that as long as `patience`. Rows that come from afar are on
+  // their way once it was asked.
+  virtual bool ready(std::chrono::milliseconds patience) { return patience.count() >= 0; }
 };
 
 }  // namespace goodsbook::engine

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -14,6 +15,11 @@ std::string_view script();
 
 // Brings a database from version `from` to the next one; 1 <= from < version().
 std::string_view upgradeStep(int from);
+
+// What brings a database on a server from version `from` up to date, for a tool that runs scripts: each step
+// and its mark in SYS_VERSION is one transaction. A step that fails leaves nothing, and the steps behind it
+// are not done; nor is anything where the database has another version.
+std::string upgradeScript(int from);
 
 struct ScriptBatch {
   std::string_view text;

@@ -62,6 +62,7 @@ QString DatabaseChoice::chosen() const {
 }
 
 ServerLogin serverLoginForCommand(const ServerAddress& address) {
+  if (address.usesSystemAccount()) return {};
   ServerLogin login = serverLoginFromEnvironment();
   if (!login.user.isEmpty() && qEnvironmentVariableIsSet("GOODSBOOK_SERVER_PASSWORD")) return login;
   Terminal terminal;
@@ -73,10 +74,14 @@ ServerLogin serverLoginForCommand(const ServerAddress& address) {
   return login;
 }
 
+ServerLogin loginForChosen(const QString& chosen) {
+  if (!ServerAddress::isAddress(chosen)) return {};
+  return serverLoginForCommand(ServerAddress::parse(chosen));
+}
+
 std::unique_ptr<Database> openChosen(const QString& chosen, bool create) {
   if (!ServerAddress::isAddress(chosen)) return openEmbeddedDatabase(chosen, {.create = create});
-  const auto address = ServerAddress::parse(chosen);
-  return openServerDatabase(address, serverLoginForCommand(address));
+  return openServerDatabase(ServerAddress::parse(chosen), loginForChosen(chosen));
 }
 
 }  // namespace goodsbook

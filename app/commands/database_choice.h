@@ -24,8 +24,10 @@ class DatabaseChoice {
 };
 
 // Who the program is towards a server: from the environment; where that says nothing and somebody sits at the
-// terminal, asked there, the password without echo.
+// terminal, asked there, the password without echo. Empty where the system's account logs in.
 ServerLogin serverLoginForCommand(const ServerAddress& address);
+// The same for what was chosen; empty for a file.
+ServerLogin loginForChosen(const QString& chosen);
 
 // Opens what was chosen; a missing file is made where `create` says so. EDatabaseError.
 std::unique_ptr<Database> openChosen(const QString& chosen, bool create);

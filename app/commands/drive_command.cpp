@@ -10,6 +10,7 @@
 #include <cstdio>
 
 #include "app/commands/console.h"
+#include "app/commands/database_choice.h"
 #include "app/commands/drive_options.h"
 #include "app/commands/line_reader.h"
 #include "app/driver/drive_desktop.h"
@@ -71,7 +72,8 @@ int runDrive(const QStringList& arguments) {
     if (const auto status = readDriveOptions(arguments, options)) return *status;
     auto desktop = std::make_unique<DriveDesktop>(options.start);
     DriveDesktop& recorded = *desktop;
-    const auto session = openSession(options.database, options.programDir, std::move(desktop));
+    const auto session = openSession(options.database, options.programDir, std::move(desktop),
+                                     loginForChosen(options.database));
     signIn(*session, options.user, options.password);
     for (const auto& [name, value] : options.globals) {
       if (setGlobal(name, value)) continue;

@@ -39,8 +39,8 @@ int runSchemaCommand(const QStringList& arguments) {
     printError(Texts::tr("没有版本 %1，当前版本是 %2").arg(parser.value(from)).arg(schema::version()));
     return unusableArguments;
   }
-  for (int step = version; step < schema::version(); ++step)
-    printLine(QString::fromUtf8(schema::upgradeStep(step)));
+  const std::string steps = schema::upgradeScript(version);
+  if (!steps.empty()) printLine(QString::fromStdString(steps));
   return commandDone;
 }
 

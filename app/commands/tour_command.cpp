@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "app/commands/console.h"
+#include "app/commands/database_choice.h"
 #include "app/commands/init_command.h"
 #include "app/driver/drive_desktop.h"
 #include "app/driver/driver.h"
@@ -14,6 +15,7 @@
 #include "app/sign_in/server_dialog.h"
 #include "app/start.h"
 #include "app/tour/tour.h"
+#include "host/data/errors.h"
 
 using namespace Qt::StringLiterals;
 
@@ -55,7 +57,7 @@ int tour(const QString& database, const QString& programDir, const QDir& folder)
 
   auto ownDesktop = std::make_unique<DriveDesktop>();
   DriveDesktop& desktop = *ownDesktop;
-  const auto session = openSession(database, programDir, std::move(ownDesktop));
+  const auto session = openSession(database, programDir, std::move(ownDesktop), loginForChosen(database));
   signIn(*session, u"ADMIN"_s, {});
   takeFirstWarehouse(*session);
   MasterData masterData;
@@ -85,8 +87,8 @@ int runTour(const QStringList& arguments) {
   QCommandLineParser parser;
   parser.setApplicationDescription(Texts::tr("打开每个窗口，各存一张图片"));
   const QCommandLineOption out(u"out"_s, Texts::tr("存图片的目录；没有就新建"), u"DIR"_s);
-  const QCommandLineOption database(u"database"_s, Texts::tr("数据库文件；不给就用样例数据"), u"FILE"_s);
-  parser.addOptions({out, database});
+  parser.addOption(out);
+  const DatabaseChoice choice(parser, Texts::tr("数据库文件；不给就用样例数据"));
   if (const auto status = readArguments(parser, arguments)) return *status;
   if (!parser.isSet(out)) {
     printError(Texts::tr("缺少参数 --%1").arg(u"out"_s));
@@ -94,7 +96,13 @@ int runTour(const QStringList& arguments) {
   }
   QApplication::setQuitOnLastWindowClosed(false);
   const QTemporaryDir work;
-  QString file = parser.value(database);
+  QString file;
+  try {
+    file = choice.chosen();
+  } catch (const EDatabaseError& error) {
+    printError(error.text);
+    return unusableArguments;
+  }
   if (file.isEmpty()) {
     file = work.filePath(u"sample.db"_s);
     const int status = runInitCommand({u"--database"_s, file, u"--sample"_s, u"200"_s});

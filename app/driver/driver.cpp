@@ -10,6 +10,7 @@
 #include "app/driver/table.h"
 #include "host/data/errors.h"
 #include "host/data/record_set.h"
+#include "host/waiting.h"
 
 using namespace Qt::StringLiterals;
 
@@ -182,8 +183,9 @@ void Driver::look() {
   }
   // Inside an action only a dialog's own event loop means that the action waits for the user; an action that
   // lets events through while it works is still at work.
-  const bool working =
-      !actionLevels_.empty() && (now.level <= actionLevels_.back() || !(now.modal || now.popup));
+  const bool asks = now.modal || now.popup;
+  const bool working = (Waiting::isGoingOn() && !asks) ||
+                       (!actionLevels_.empty() && (now.level <= actionLevels_.back() || !asks));
   if (working || ++quietTurns_ < turnsUntilIdle) return;
   settled();
 }

@@ -121,7 +121,8 @@ void LogInWindow::chooseDatabase(const QString& database) {
   session_.reset();
   problem_->hide();
   try {
-    if (ServerAddress::isAddress(database) && serverLogin_.user.isEmpty()) {
+    if (ServerAddress::isAddress(database) && serverLogin_.user.isEmpty() &&
+        !ServerAddress::parse(database).usesSystemAccount()) {
       throw StartError(tr("请点“服务器…”输入服务器的用户和密码"));
     }
     session_ = openSession(database, programDir_, makeDesktop_(), serverLogin_);
@@ -214,7 +215,7 @@ void LogInWindow::remember() {
   databases.prepend(database_->currentText());
   settings->setValue("LogIn/databases"_L1, QStringList(databases.mid(0, rememberedDatabases)));
   // Never its password.
-  if (ServerAddress::isAddress(database_->currentText())) {
+  if (ServerAddress::isAddress(database_->currentText()) && !serverLogin_.user.isEmpty()) {
     settings->setValue("LogIn/serverUser"_L1, serverLogin_.user);
   }
   settings->setValue("LogIn/user"_L1, user_->currentData().toString());

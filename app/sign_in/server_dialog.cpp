@@ -1,6 +1,7 @@
 #include "app/sign_in/server_dialog.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -9,8 +10,12 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <algorithm>
+#include <chrono>
+#include <future>
 
 #include "host/data/errors.h"
+#include "host/data/odbc/connection_text.h"
+#include "host/waiting.h"
 
 using namespace Qt::StringLiterals;
 
@@ -18,19 +23,21 @@ namespace goodsbook {
 namespace {
 
 constexpr int testSeconds = 10;
+constexpr std::chrono::milliseconds betweenTurns{20};
+
+constexpr auto trustedConnection = "Trusted_Connection"_L1;
 
 // Words that have an edit of their own.
 bool hasEdit(const QString& key) {
-  static const QStringList known = {u"Driver"_s, u"Server"_s, u"Port"_s, u"Database"_s};
+  static const QStringList known = {u"Driver"_s, u"Server"_s, u"Port"_s, u"Database"_s,
+                                    QString(trustedConnection)};
   return known.contains(key, Qt::CaseInsensitive);
 }
 
 QString otherWords(const ServerAddress& address) {
-  QStringList words;
-  for (const auto& [key, value] : address.words()) {
-    if (!hasEdit(key)) words << key + u'=' + value;
-  }
-  return words.join(u';');
+  auto words = address.words();
+  std::erase_if(words, [](const auto& word) { return hasEdit(word.first); });
+  return connectionText(words);
 }
 
 // The installed driver that most likely leads to a server of this kind.
@@ -52,6 +59,7 @@ ServerDialog::ServerDialog(const ServerAddress& address, const ServerLogin& logi
       port_(new QLineEdit(address.port() > 0 ? QString::number(address.port()) : u"1433"_s, this)),
       database_(new QLineEdit(address.database().isEmpty() ? u"goodsbook"_s : address.database(), this)),
       options_(new QLineEdit(otherWords(address), this)),
+      systemAccount_(new QCheckBox(tr("使用系统帐户登录(&I)"), this)),
       user_(new QLineEdit(login.user, this)),
       password_(new QLineEdit(login.password, this)),
       result_(new QLabel(this)),
@@ -66,6 +74,8 @@ ServerDialog::ServerDialog(const ServerAddress& address, const ServerLogin& logi
   for (QLineEdit* edit : {server_, port_, database_}) {
     connect(edit, &QLineEdit::textChanged, this, &ServerDialog::updateButtons);
   }
+  systemAccount_->setChecked(address.usesSystemAccount());
+  connect(systemAccount_, &QCheckBox::toggled, this, &ServerDialog::updateButtons);
   connect(test_, &QPushButton::clicked, this, &ServerDialog::test);
   connect(ok_, &QPushButton::clicked, this, &QDialog::accept);
   updateButtons();
@@ -78,6 +88,8 @@ void ServerDialog::build() {
   port_->setObjectName(u"Port"_s);
   database_->setObjectName(u"DatabaseName"_s);
   options_->setObjectName(u"Options"_s);
+  systemAccount_->setObjectName(u"SystemAccount"_s);
+  systemAccount_->setToolTip(tr("由本机登录的域用户连接服务器，不用服务器的用户和密码"));
   user_->setObjectName(u"ServerUser"_s);
   password_->setObjectName(u"ServerPassword"_s);
   result_->setObjectName(u"TestResult"_s);
@@ -101,6 +113,7 @@ void ServerDialog::build() {
   form->addRow(tr("端口(&O)"), port_);
   form->addRow(tr("数据库(&D)"), database_);
   form->addRow(tr("其他选项(&E)"), options_);
+  form->addRow(QString(), systemAccount_);
   form->addRow(tr("服务器用户(&U)"), user_);
   form->addRow(tr("服务器密码(&P)"), password_);
 
@@ -124,14 +137,18 @@ void ServerDialog::build() {
 }
 
 ServerAddress ServerDialog::address() const {
-  QString text = u"Driver={%1};Server={%2};Port=%3;Database={%4}"_s.arg(
-      driver_->currentText().trimmed(), server_->text().trimmed(), port_->text(),
-      database_->text().trimmed());
+  std::vector<std::pair<QString, QString>> words = {{u"Driver"_s, driver_->currentText().trimmed()},
+                                                    {u"Server"_s, server_->text().trimmed()},
+                                                    {u"Port"_s, port_->text()},
+                                                    {u"Database"_s, database_->text().trimmed()}};
+  if (systemAccount_->isChecked()) words.emplace_back(QString(trustedConnection), u"yes"_s);
+  QString text = ServerAddress::of(std::move(words)).text();
   if (!options_->text().trimmed().isEmpty()) text += u';' + options_->text().trimmed();
   return ServerAddress::parse(text);
 }
 
 ServerLogin ServerDialog::login() const {
+  if (systemAccount_->isChecked()) return {};
   return {user_->text().trimmed(), password_->text()};
 }
 
@@ -140,6 +157,8 @@ void ServerDialog::updateButtons() {
                         !database_->text().trimmed().isEmpty();
   test_->setEnabled(complete);
   ok_->setEnabled(complete);
+  user_->setEnabled(!systemAccount_->isChecked());
+  password_->setEnabled(!systemAccount_->isChecked());
 }
 
 void ServerDialog::test() {
@@ -147,7 +166,14 @@ void ServerDialog::test() {
   QApplication::setOverrideCursor(Qt::WaitCursor);
   ServerCheck checked;
   try {
-    checked = checkServer(address(), login(), {.connectSeconds = testSeconds});
+    const Waiting waiting;
+    auto checking = std::async(std::launch::async, [address = address(), login = login()] {
+      return checkServer(address, login, {.connectSeconds = testSeconds});
+    });
+    while (checking.wait_for(betweenTurns) != std::future_status::ready) {
+      QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
+    checked = checking.get();
   } catch (const EDatabaseError& error) {
     checked = {ServerProblem::Other, error.text};
   }
@@ -157,8 +183,9 @@ void ServerDialog::test() {
 
 void ServerDialog::tell(const ServerCheck& checked) {
   const bool well = checked.problem == ServerProblem::None;
-  result_->setStyleSheet(well ? u"color: #1e8449"_s : u"color: #c0392b"_s);
-  result_->setText(checked.text);
+  const bool quiteWell = well && checked.advice.isEmpty();
+  result_->setStyleSheet(quiteWell ? u"color: #1e8449"_s : well ? u"color: #9a6700"_s : u"color: #c0392b"_s);
+  result_->setText(QStringList{checked.text, checked.advice}.join(u'\n').trimmed());
 }
 
 }  // namespace goodsbook

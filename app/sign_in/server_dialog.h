@@ -4,6 +4,7 @@
 
 #include "host/data/server_database.h"
 
+class QCheckBox;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -33,6 +34,7 @@ class ServerDialog : public QDialog {
   QLineEdit* port_;
   QLineEdit* database_;
   QLineEdit* options_;
+  QCheckBox* systemAccount_;
   QLineEdit* user_;
   QLineEdit* password_;
   QLabel* result_;

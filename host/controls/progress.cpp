@@ -1,6 +1,7 @@
 #include "host/controls/progress.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 
 #include "host/data/errors.h"
 
@@ -27,6 +28,13 @@ void Progress::step(int done) {
   sinceShown_.restart();
   dialog_.setValue(done);  // lets events through, the cancel button's among them
   if (dialog_.wasCanceled()) throw EAbort();
+}
+
+void Progress::wait() {
+  const QPointer<QProgressDialog> dialog = &dialog_;
+  QCoreApplication::processEvents(dialog_.isVisible() ? QEventLoop::AllEvents
+                                                      : QEventLoop::ExcludeUserInputEvents);
+  if (!dialog || dialog_.wasCanceled()) throw EAbort();
 }
 
 void Progress::setText(const QString& text) {

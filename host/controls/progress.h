@@ -15,6 +15,9 @@ class GOODSBOOKHOST_EXPORT Progress {
   Progress(QWidget* parent, const QString& text, int steps);
 
   void step(int done);  // throws EAbort once the user has cancelled
+  // For work that goes on elsewhere, to be called every few milliseconds: lets events through. Until the
+  // dialog is there, what the user types and clicks waits. EAbort once the user has cancelled.
+  void wait();
   void setText(const QString& text);
 
  private:

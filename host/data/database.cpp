@@ -22,6 +22,11 @@ void Database::save(const QString& batch, const AuditLine& line) {
   transaction.commit();
 }
 
+std::unique_ptr<engine::Cursor> Database::openCursorBeside(const QString& select,
+                                                           const std::function<bool()>& /*pause*/) {
+  return openCursor(select);
+}
+
 void Database::saveBeside(const QString& batch, const AuditLine& line, const std::function<void()>& pause) {
   pause();
   save(batch, line);

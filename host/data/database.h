@@ -29,6 +29,13 @@ class GOODSBOOKHOST_EXPORT Database {
   // Opens one select that is read in slices. It stands on a connection of its own: batches run beside it.
   virtual std::unique_ptr<engine::Cursor> openCursor(const QString& select) = 0;
 
+  // openCursor() for a list that somebody waits for: where the rows come from afar, `pause` is called every
+  // few milliseconds until the first ones are there, and ready() of the cursor tells whether the next ones
+  // are. False from `pause` stops the statement: EAbort. `pause` must not throw; it may let events through,
+  // so whatever the caller stands on may be gone when EAbort arrives.
+  virtual std::unique_ptr<engine::Cursor> openCursorBeside(const QString& select,
+                                                           const std::function<bool()>& pause);
+
   // A transaction around several batches. It takes the write lock at once. An error in a batch ends it.
   virtual void begin() = 0;
   virtual void commit() = 0;

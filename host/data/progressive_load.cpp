@@ -2,11 +2,13 @@
 
 #include <QElapsedTimer>
 #include <QTimer>
+#include <chrono>
 #include <limits>
 #include <utility>
 
 #include "host/data/database.h"
 #include "host/data/errors.h"
+#include "host/waiting.h"
 
 namespace goodsbook {
 namespace {
@@ -15,6 +17,9 @@ constexpr int firstRows = 200;
 constexpr int sliceMs = 8;
 constexpr int waitSliceMs = 50;  // between two calls of the hook while somebody waits
 constexpr int rowsBetweenLooks = 64;
+constexpr std::chrono::milliseconds patience{sliceMs};  // for rows that are on their way
+constexpr std::chrono::milliseconds noTime{0};
+constexpr std::chrono::milliseconds betweenLooks{5};  // while there are none
 constexpr int anyNumber = std::numeric_limits<int>::max();
 
 }  // namespace
@@ -31,7 +36,21 @@ ProgressiveLoad::~ProgressiveLoad() {
 }
 
 void ProgressiveLoad::start(Database& database, const QString& select) {
-  start(database.openCursor(select));
+  const QPointer<ProgressiveLoad> self = this;
+  const quint64 mine = ++opening_;
+  const auto isWanted = [&self, mine] { return self && self->opening_ == mine; };
+  std::unique_ptr<engine::Cursor> cursor;
+  try {
+    const Waiting waiting;
+    cursor = database.openCursorBeside(
+        select, [&] { return isWanted() && (!self->idleHook_ || self->idleHook_()) && isWanted(); });
+  } catch (...) {
+    if (self) Q_EMIT answered();
+    throw;
+  }
+  if (!isWanted()) throw EAbort();
+  Q_EMIT answered();
+  start(std::move(cursor));
 }
 
 void ProgressiveLoad::start(std::unique_ptr<engine::Cursor> cursor) {
@@ -50,11 +69,16 @@ void ProgressiveLoad::start(std::unique_ptr<engine::Cursor> cursor) {
   if (isStale() || !cursor_) return;  // a handler of opened() has begun something else
   Q_EMIT progress(count_);
   if (more) {
-    timer_->start();
+    turnOn();
     return;
   }
   end();
   Q_EMIT finished();
+}
+
+// The next slice: at once where rows are there, else the event loop would turn for nothing.
+void ProgressiveLoad::turnOn() {
+  timer_->start(cursor_->ready(noTime) ? noTime : betweenLooks);
 }
 
 bool ProgressiveLoad::isStale() const {
@@ -65,7 +89,7 @@ bool ProgressiveLoad::bring(int milliseconds, int atMost) {
   QElapsedTimer clock;
   clock.start();
   bool more = true;
-  for (int i = 0; i < atMost && (more = cursor_->next()); ++i) {
+  for (int i = 0; i < atMost && cursor_->ready(patience) && (more = cursor_->next()); ++i) {
     rows_->appendLoaded(cursor_->row());
     ++count_;
     if (i % rowsBetweenLooks == rowsBetweenLooks - 1 && clock.elapsed() >= milliseconds) break;
@@ -83,7 +107,11 @@ void ProgressiveLoad::slice() {
     const bool more = bring(sliceMs, anyNumber);
     if (!cursor_) return;
     Q_EMIT progress(count_);
-    if (more || !cursor_) return;
+    if (!cursor_) return;
+    if (more) {
+      turnOn();
+      return;
+    }
     end();
     Q_EMIT finished();
   } catch (const EDatabaseError& error) {
@@ -101,9 +129,15 @@ void ProgressiveLoad::waitForAll() {
   bool more = true;
   try {
     while (more && cursor_) {
-      more = bring(waitSliceMs, anyNumber);
-      if (!more || !waitHook_ || waitHook_(count_)) continue;
-      if (cursor_) timer_->start();
+      bool goesOn = true;
+      if (cursor_->ready(betweenLooks)) {
+        more = bring(waitSliceMs, anyNumber);
+        goesOn = !more || !waitHook_ || waitHook_(count_);
+      } else {
+        goesOn = idle();
+      }
+      if (goesOn) continue;
+      if (cursor_) turnOn();
       throw EAbort();  // whoever waited must not go on with a part of the rows
     }
   } catch (const EDatabaseError& error) {
@@ -115,6 +149,16 @@ void ProgressiveLoad::waitForAll() {
   end();
   Q_EMIT progress(count_);
   Q_EMIT finished();
+}
+
+bool ProgressiveLoad::idle() {
+  if (!idleHook_) return true;
+  const QPointer<ProgressiveLoad> self = this;
+  const Waiting waiting;
+  const bool goesOn = idleHook_();
+  if (!self) throw EAbort();
+  if (cursor_ && isStale()) end();
+  return goesOn;
 }
 
 void ProgressiveLoad::cancel() {

@@ -1,4 +1,6 @@
 #include <QCoreApplication>
+#include <optional>
+#include <utility>
 
 #include "host/data/errors.h"
 #include "host/data/odbc/connect_problem.h"
@@ -13,9 +15,48 @@ namespace {
 
 constexpr int unknownTable = 208;
 
+// What a server of the SQL Server class says of the database; nothing where a server has no such list.
+std::optional<std::pair<QString, bool>> collationAndSnapshots(Database& database) {
+  try {
+    const SqlSets answer = runSql(
+        database,
+        u"select collation_name,is_read_committed_snapshot_on from sys.databases where database_id=db_id()"_s,
+        Database::Permission::Screens);
+    if (answer.sets.empty() || answer.sets.front().rows.empty()) return std::nullopt;
+    const auto& row = answer.sets.front().rows.front();
+    return std::pair(row.at(0).value_or(QString()), row.at(1).value_or(QString()) == "1"_L1);
+  } catch (const EDatabaseError&) {
+    return std::nullopt;
+  }
+}
+
+// "Chinese_PRC_CS_AS", "Latin1_General_BIN2"
+bool tellsCapitals(const QString& collation) {
+  const QStringList parts = collation.toUpper().split(u'_');
+  return parts.contains("CS"_L1) || parts.contains("BIN"_L1) || parts.contains("BIN2"_L1);
+}
+
 struct Texts {
   Q_DECLARE_TR_FUNCTIONS(ServerCheck)
 };
+
+// Names and codes are the same in capitals and small letters, and lists are read while others save.
+ServerCheck checkSettings(Database& database, ServerCheck checked) {
+  const auto settings = collationAndSnapshots(database);
+  if (!settings) return checked;
+  const auto& [collation, snapshots] = *settings;
+  if (tellsCapitals(collation)) {
+    return {ServerProblem::CollationUnfit, Texts::tr("数据库的排序规则 %1 区分大小写，程序不能使用；"
+                                                     "请管理员改用不区分大小写的规则，如 Chinese_PRC_CI_AS")
+                                               .arg(collation)};
+  }
+  if (!snapshots) {
+    checked.advice = Texts::tr(
+        "数据库没有打开 READ_COMMITTED_SNAPSHOT，读列表和保存会互相等待；请管理员执行 "
+        "alter database … set read_committed_snapshot on");
+  }
+  return checked;
+}
 
 }  // namespace
 
@@ -52,7 +93,8 @@ ServerCheck checkSchema(Database& database) {
 
 ServerCheck checkServer(const ServerAddress& address, const ServerLogin& login, ServerOptions options) {
   try {
-    return checkSchema(*openServerDatabase(address, login, std::move(options)));
+    const auto database = openServerDatabase(address, login, std::move(options));
+    return checkSettings(*database, checkSchema(*database));
   } catch (const EConnectFailed& error) {
     return {error.problem, error.text};
   } catch (const EDatabaseError& error) {

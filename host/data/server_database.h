@@ -36,12 +36,14 @@ enum class ServerProblem {
   SchemaMissing,
   SchemaOlder,
   SchemaNewer,
+  CollationUnfit,  // it tells capitals from small letters
   Other
 };
 
 struct ServerCheck {
   ServerProblem problem = ServerProblem::None;
-  QString text;  // what the user reads, also where all is well
+  QString text;         // what the user reads, also where all is well
+  QString advice = {};  // what an administrator should change all the same; mostly empty
 };
 
 // Connects and looks whether the program can work there. It raises nothing.

@@ -104,17 +104,23 @@ void ListScreen::offerCancel() {
   const auto close = [box] { box->reset(); };
   connect(load_, &ProgressiveLoad::finished, this, close);
   connect(load_, &ProgressiveLoad::failed, this, close);
-  load_->setWaitHook([this, box](int count) {
-    if (!*box) *box = std::make_unique<Progress>(this, tr("正在读取…"), 0);
-    showCount();
+  connect(load_, &ProgressiveLoad::answered, this, close);
+  const auto shown = [this, box](const auto& work) {
+    const auto kept = box;  // the events let through may end this screen, and with it this function
+    if (!*kept) *kept = std::make_unique<Progress>(this, tr("正在读取…"), 0);
     try {
-      (*box)->step(count);
+      work(**kept);
     } catch (const EAbort&) {
-      box->reset();
+      kept->reset();
       return false;
     }
     return true;
+  };
+  load_->setWaitHook([this, shown](int count) {
+    showCount();
+    return shown([count](Progress& progress) { progress.step(count); });
   });
+  load_->setIdleHook([shown] { return shown([](Progress& progress) { progress.wait(); }); });
 }
 
 ListScreen::~ListScreen() {
@@ -274,6 +280,7 @@ void ListScreen::narrow(const QString& condition, const QString& displayText) {
   const QString oldCondition = conditionText_;
   const QString oldText = displayText_;
   setCondition(condition, displayText);
+  const QPointer<ListScreen> self = this;
   try {
     // Whoever looks for something begins at the first row found; without the condition he stays where he was.
     if (condition.trimmed().isEmpty()) {
@@ -282,7 +289,7 @@ void ListScreen::narrow(const QString& condition, const QString& displayText) {
       reload();
     }
   } catch (...) {
-    setCondition(oldCondition, oldText);  // the rows shown are still those
+    if (self) setCondition(oldCondition, oldText);  // the rows shown are still those
     throw;
   }
 }

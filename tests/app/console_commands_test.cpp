@@ -108,9 +108,7 @@ TEST_F(ConsoleCommands, SqlWithoutADatabaseExplainsItself) {
 
 TEST_F(ConsoleCommands, SchemaPrintsTheScriptAndItsUpgrades) {
   EXPECT_EQ(goodsbook({u"schema"_s}).output, std::string(schema::script()) + '\n');
-  std::string steps;
-  for (int step = 1; step < schema::version(); ++step) steps += std::string(schema::upgradeStep(step)) + '\n';
-  EXPECT_EQ(goodsbook({u"schema"_s, u"--from"_s, u"1"_s}).output, steps);
+  EXPECT_EQ(goodsbook({u"schema"_s, u"--from"_s, u"1"_s}).output, schema::upgradeScript(1) + '\n');
   EXPECT_EQ(goodsbook({u"schema"_s, u"--from"_s, QString::number(schema::version())}).output, "");
   EXPECT_EQ(goodsbook({u"schema"_s, u"--from"_s, u"99"_s}).status, 2);
 }
@@ -133,6 +131,29 @@ TEST_F(ConsoleCommands, AMissingServerIsNamed) {
       {u"sql"_s, u"--server"_s, u"Driver=FreeTDS;Server=nobody.invalid;Database=shop"_s, u"select 1"_s});
   EXPECT_EQ(answer.status, 1);
   EXPECT_NE(answer.errors.find("nobody.invalid"), std::string::npos) << answer.errors;
+}
+
+TEST_F(ConsoleCommands, EveryCommandOnADatabaseTakesAServer) {
+  const QString nobody = u"Driver=FreeTDS;Server=nobody.invalid;Database=shop"_s;
+  const QString secret = nobody + u";PWD=geheim"_s;
+  const std::vector<QStringList> commands = {
+      {u"sql"_s, u"select 1"_s, u"--server"_s},
+      {u"init"_s, u"--server"_s},
+      {u"drive"_s, u"--program-dir"_s, file(u"program"_s), u"--server"_s},
+      {u"tour"_s, u"--out"_s, file(u"pictures"_s), u"--server"_s},
+      {u"copy"_s, u"--to"_s, file(u"new.db"_s), u"--from-server"_s},
+      {u"copy"_s, u"--from"_s, file(u"new.db"_s), u"--to-server"_s}};
+  for (const QStringList& command : commands) {
+    SCOPED_TRACE(command.join(u' ').toStdString());
+    const Answer refused = goodsbook(command + QStringList(secret));
+    EXPECT_NE(refused.status, 0);
+    EXPECT_NE(refused.errors.find("GOODSBOOK_SERVER_PASSWORD"), std::string::npos) << refused.errors;
+    EXPECT_EQ(refused.errors.find("geheim"), std::string::npos) << refused.errors;
+    if (command.contains(u"--to-server"_s)) continue;  // the file is looked at first
+    const Answer answer = goodsbook(command + QStringList(nobody));
+    EXPECT_NE(answer.status, 0);
+    EXPECT_NE(answer.errors.find("nobody.invalid"), std::string::npos) << answer.errors;
+  }
 }
 
 TEST_F(ConsoleCommands, CopyMakesAnotherFileAndReplacesNone) {

@@ -198,6 +198,18 @@ TEST_F(LostConnectionTest, ATransactionThatHasEndedIsNotCommitted) {
   EXPECT_EQ(failure([&] { database().commit(); }).number, 3902);
 }
 
+TEST_F(LostConnectionTest, ASaveInsideAnOpenTransactionIsRefusedAndEndsNothing) {
+  database().begin();
+  run(u"insert into goods values (7,'a')"_s);
+  const EDatabaseError error = failure([&] { save(); });
+  EXPECT_TRUE(error.text.contains(u"事务"_s)) << error.what();
+  EXPECT_TRUE(failure([&] { database().begin(); }).text.contains(u"事务"_s));
+  EXPECT_TRUE(database().inTransaction());
+  database().commit();
+  EXPECT_EQ(goods(), u"1"_s);
+  EXPECT_EQ(lines(), u"0"_s);
+}
+
 TEST_F(LostConnectionTest, DeadlockVictimsAreTriedAgain) {
   run(u"insert into goods values (1,'a'),(2,'b')"_s);
   const auto other = openServerDatabase(server().address(relay_->port()), server().login());

@@ -22,6 +22,10 @@ ServerCheck check(const QString& address, const ServerLogin& login = {u"sa"_s, u
 
 class ServerCheckTest : public ServerTest {
  protected:
+  void TearDown() override {
+    server().psql(u"drop schema if exists sys cascade"_s);
+    ServerTest::TearDown();
+  }
   ServerCheck checkWith(const QString& word, const QString& value, ServerLogin login = server().login()) {
     ServerAddress address = server().address();
     if (word == "Database"_L1) address = address.withDatabase(value);
@@ -87,6 +91,49 @@ TEST_F(ServerCheckTest, AnOlderAndANewerSchemaAreTold) {
   const ServerCheck right = checkServer(server().address(), server().login());
   EXPECT_EQ(right.problem, ServerProblem::None);
   EXPECT_EQ(right.text, u"连接成功：shop @ 127.0.0.1"_s);
+}
+
+// This driver takes no braces round a database's name; what needs them is compared as text elsewhere.
+TEST_F(ServerCheckTest, ADatabaseWithAChineseNameIsFound) {
+  const QString name = u"商店 一-'号'"_s;
+  server().psql(u"create database \"%1\""_s.arg(name));
+  const ServerAddress address = ServerAddress::parse(server().address().withDatabase(name).text());
+  const auto shop = openServerDatabase(address, server().login());
+  EXPECT_EQ(texts(runSql(*shop, u"select current_database()::varchar(60)"_s, Database::Permission::Screens)),
+            (Rows{{name}}));
+}
+
+// What a server of the SQL Server class says of its databases.
+QString saysOfItself(const QString& collation, bool snapshots) {
+  return u"create schema if not exists sys; create or replace function db_id() returns int language sql as 'select 7';"
+         "create or replace view sys.databases as select 7 as database_id, '%1'::varchar(60) as collation_name, "
+         "%2 as is_read_committed_snapshot_on"_s.arg(collation)
+             .arg(snapshots ? 1 : 0);
+}
+
+TEST_F(ServerCheckTest, ReadersThatWaitForWritersAreToldAsAdvice) {
+  run(u"create table SYS_VERSION (VERSION int not null); insert into SYS_VERSION values (%1)"_s.arg(
+      schema::version()));
+  EXPECT_EQ(checkServer(server().address(), server().login()).advice, QString());
+  server().psql(saysOfItself(u"Chinese_PRC_CI_AS"_s, false));
+  const ServerCheck waiting = checkServer(server().address(), server().login());
+  EXPECT_EQ(waiting.problem, ServerProblem::None);
+  EXPECT_TRUE(waiting.advice.contains(u"read_committed_snapshot on"_s)) << waiting.advice.toStdString();
+  server().psql(saysOfItself(u"Chinese_PRC_CI_AS"_s, true));
+  EXPECT_EQ(checkServer(server().address(), server().login()).advice, QString());
+}
+
+TEST_F(ServerCheckTest, ACollationThatTellsCapitalsFromSmallLettersIsTold) {
+  for (const auto* unfit : {u"Chinese_PRC_CS_AS", u"Latin1_General_BIN2", u"Chinese_PRC_BIN"}) {
+    server().psql(u"drop schema if exists sys cascade"_s);
+    server().psql(saysOfItself(QString::fromUtf16(unfit), true));
+    const ServerCheck checked = checkServer(server().address(), server().login());
+    EXPECT_EQ(checked.problem, ServerProblem::CollationUnfit) << checked.text.toStdString();
+    EXPECT_TRUE(checked.text.contains(QString::fromUtf16(unfit))) << checked.text.toStdString();
+  }
+  server().psql(u"drop schema sys cascade"_s);
+  server().psql(saysOfItself(u"Latin1_General_100_CI_AS_SC_UTF8"_s, true));
+  EXPECT_EQ(checkServer(server().address(), server().login()).problem, ServerProblem::SchemaMissing);
 }
 
 }  // namespace

@@ -106,6 +106,36 @@ TEST(Prepare, ProgramsThatStartAtTheSameTimeMakeOneDatabase) {
   EXPECT_EQ(cursor->row().integer(0), 1);
 }
 
+// A server runs what it is sent, batch by batch, also behind an error.
+TEST(UpgradeScript, EachStepAndItsMarkAreOneTransactionThatEveryBatchLooksAfter) {
+  const std::string script = upgradeScript(1);
+  const auto all = batches(script);
+  const auto has = [](const ScriptBatch& batch, std::string_view words) {
+    return batch.text.find(words) != std::string_view::npos;
+  };
+  int step = 1;
+  bool open = false;
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    if (has(all[i], "set xact_abort on") || has(all[i], "set noexec")) continue;
+    if (has(all[i], "commit transaction")) {
+      EXPECT_TRUE(open);
+      EXPECT_TRUE(has(all[i - 2], "update SYS_VERSION set VERSION = " + std::to_string(++step))) << i;
+      open = false;
+    } else if (has(all[i], "begin transaction")) {
+      EXPECT_FALSE(open);
+      EXPECT_TRUE(has(all[i + 1], "where VERSION = " + std::to_string(step))) << i;
+      open = true;
+    } else {
+      EXPECT_TRUE(open) << all[i].text;
+      EXPECT_TRUE(has(all[i + 1], "if @@error <> 0 or @@trancount = 0")) << all[i].text;
+      EXPECT_TRUE(has(all[i + 1], "set noexec on")) << all[i].text;
+    }
+  }
+  EXPECT_FALSE(open);
+  EXPECT_EQ(step, version());
+  EXPECT_EQ(upgradeScript(version()), "");
+}
+
 TEST(Procedure, WritesOneUnitRowAndRemovesIt) {
   Database database;
   prepare(database.connection());

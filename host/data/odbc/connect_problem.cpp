@@ -87,6 +87,9 @@ QString plainText(ServerProblem problem, const ServerTarget& target, const QStri
           .arg(address.server())
           .arg(port);
     case ServerProblem::LoginRefused:
+      if (address.usesSystemAccount()) {
+        return Texts::tr("服务器不让本机的系统帐户登录：%1").arg(driverText);
+      }
       return target.login.user.isEmpty()
                  ? Texts::tr("服务器拒绝登录：没有给出服务器的用户和密码")
                  : Texts::tr("服务器拒绝用户“%1”登录：用户或密码不对").arg(target.login.user);

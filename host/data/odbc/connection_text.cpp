@@ -52,6 +52,7 @@ QString connectionText(const ServerAddress& address, const ServerLogin& login) {
   if (isFreeTds(driver) && address.value(u"ClientCharset"_s).isEmpty()) {
     words.emplace_back(u"ClientCharset"_s, u"UTF-8"_s);
   }
+  if (address.usesSystemAccount()) return connectionText(words);
   if (!login.user.isEmpty()) words.emplace_back(u"UID"_s, login.user);
   if (!login.password.isEmpty()) words.emplace_back(u"PWD"_s, login.password);
   return connectionText(words);

@@ -12,7 +12,7 @@ class ServerAddress;
 struct ServerLogin;
 
 // key=value;… with braces round the values that need them.
-QString connectionText(const std::vector<std::pair<QString, QString>>& words);
+GOODSBOOKHOST_EXPORT QString connectionText(const std::vector<std::pair<QString, QString>>& words);
 
 // What the ODBC manager is given, user and password included: for the call itself only, never to be shown or
 // kept.

@@ -32,12 +32,6 @@ QString productName(const OdbcHandle& connection) {
   return SQL_SUCCEEDED(code) ? QString::fromUtf16(reinterpret_cast<const char16_t*>(name.data())) : QString();
 }
 
-// The manager's own word that a call came out of turn.
-bool isOutOfTurn(const OdbcHandle& handle) {
-  const auto messages = messagesOf(handle);
-  return !messages.empty() && messages.front().state == "HY010"_L1;
-}
-
 }  // namespace
 
 OdbcConnection::OdbcConnection(const ServerTarget& target)
@@ -139,12 +133,8 @@ OdbcConnection::Statement::~Statement() {
 bool OdbcConnection::Statement::nextSet(engine::ResultSink& sink) {
   for (;;) {
     if (!atResult_) {
-      const bool nothingYet = code_ == SQL_NO_DATA;
-      const SQLRETURN more = SQLMoreResults(handle_.get());
-      if (more == SQL_NO_DATA) return false;
-      // After a first statement that met no row the manager may hold the batch for ended.
-      if (more == SQL_ERROR && nothingYet && isOutOfTurn(handle_)) return false;
-      code_ = more;
+      code_ = SQLMoreResults(handle_.get());
+      if (code_ == SQL_NO_DATA) return false;
       connection_.check(code_, handle_);
     }
     atResult_ = false;

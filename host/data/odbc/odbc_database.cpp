@@ -51,6 +51,7 @@ OdbcConnection& OdbcDatabase::connected() {
     auto fresh = std::make_shared<OdbcConnection>(pool_->target());
     const std::scoped_lock lock(mutex_);
     main_ = std::move(fresh);
+    dialect_ = main_->dialect();
   }
   return *main_;
 }
@@ -68,7 +69,7 @@ decltype(auto) OdbcDatabase::watched(Work&& work) {
 }
 
 QString OdbcDatabase::prepared(const QString& batch) const {
-  if (!main_->dialect().isTransactSql()) return batch;
+  if (!dialect_->isTransactSql()) return batch;
   std::string now;
   if (const auto& clock = pool_->target().options.clock) {
     now = "convert(datetime,'" + clock().toString(u"yyyy-MM-ddTHH:mm:ss.zzz"_s).toStdString() + "',126)";
@@ -121,7 +122,13 @@ std::unique_ptr<engine::Cursor> OdbcDatabase::openCursor(const QString& select) 
   });
 }
 
+std::unique_ptr<engine::Cursor> OdbcDatabase::openCursorBeside(const QString& select,
+                                                               const std::function<bool()>& pause) {
+  return pool_->openBeside(prepared(select), pause);
+}
+
 void OdbcDatabase::begin() {
+  if (inTransaction_) throw EDatabaseError(50000, 16, 1, 1, Texts::tr("已有打开的事务，不能再打开一个"));
   watched([&] {
     OdbcConnection& connection = connected();
     connection.run(connection.dialect().begin());
@@ -163,6 +170,8 @@ void OdbcDatabase::rollback() {
 }
 
 void OdbcDatabase::save(const QString& batch, const AuditLine& line) {
+  // It would be told as saved while the one who opened the transaction may still roll back.
+  if (inTransaction_) throw EDatabaseError(50000, 16, 1, 1, Texts::tr("有打开的事务时不能单独保存"));
   if (settlesDoubt(batch, line)) return;
   retried([&] { saveOnce(batch, line); });
 }

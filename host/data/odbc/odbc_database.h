@@ -17,6 +17,8 @@ class OdbcDatabase : public Database {
   void execute(const QString& batch, engine::ResultSink& sink, Permission permission) override;
   void query(const QString& select, engine::ResultSink& sink) override;
   std::unique_ptr<engine::Cursor> openCursor(const QString& select) override;
+  std::unique_ptr<engine::Cursor> openCursorBeside(const QString& select,
+                                                   const std::function<bool()>& pause) override;
   void begin() override;
   void commit() override;
   void rollback() override;
@@ -24,7 +26,7 @@ class OdbcDatabase : public Database {
   void save(const QString& batch, const AuditLine& line) override;
   int storeBlob(const QString& table, const QString& field, const QString& keyField, const QString& keyValue,
                 const QByteArray& bytes) override;
-  const Dialect& dialect() { return connected().dialect(); }
+  const Dialect& dialect() const { return *dialect_; }
   void interrupt() override;
   QString displayName() const override;
 
@@ -47,6 +49,7 @@ class OdbcDatabase : public Database {
   std::shared_ptr<OdbcPool> pool_;
   std::mutex mutex_;  // of the pointer, for interrupt()
   std::shared_ptr<OdbcConnection> main_;
+  std::optional<Dialect> dialect_;  // known from the first connection on
   bool inTransaction_ = false;
   std::optional<Doubtful> doubtful_;
 };

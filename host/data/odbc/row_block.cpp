@@ -153,12 +153,19 @@ void RowBlock::bind() {
 }
 
 bool RowBlock::next() {
-  if (row_ + 1 < fetched_) {
+  if (needsRows()) {
+    fetchAhead();
+  } else if (!ahead_ && !end_) {
     ++row_;
-  } else if (!fetch()) {
-    return false;
+    return true;
   }
-  return true;
+  ahead_ = false;
+  return !end_;
+}
+
+void RowBlock::fetchAhead() {
+  end_ = !fetch();
+  ahead_ = true;
 }
 
 bool RowBlock::fetch() {

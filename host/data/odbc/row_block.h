@@ -26,6 +26,12 @@ class RowBlock : public engine::Row {
   std::span<const engine::Column> columns() const { return columns_; }
   bool next();  // to the next row; false at the end. EDatabaseError.
 
+  // Whether next() has to ask the driver.
+  bool needsRows() const { return !ahead_ && !end_ && row_ + 1 >= fetched_; }
+  // Asks it, for the next() to come; from any one thread. The current row is gone. EDatabaseError.
+  void fetchAhead();
+  bool comesRowByRow() const { return whole_; }
+
   bool isNull(int column) const override;
   std::int64_t integer(int column) const override;
   double real(int column) const override;
@@ -63,6 +69,8 @@ class RowBlock : public engine::Row {
   SQLULEN fetched_ = 0;               // rows in the block
   std::vector<SQLUSMALLINT> states_;  // of the rows, as fetched
   SQLULEN row_ = 0;                   // of the block
+  bool ahead_ = false;                // the block is fetched, next() has not come to it yet
+  bool end_ = false;
 };
 
 }  // namespace goodsbook

@@ -53,7 +53,7 @@ QString readValue(const QString& text, qsizetype& at) {
 }  // namespace
 
 ServerAddress ServerAddress::parse(const QString& text) {
-  ServerAddress address;
+  std::vector<std::pair<QString, QString>> words;
   for (qsizetype at = 0; at < text.size();) {
     const qsizetype sign = text.indexOf(u'=', at);
     const QString key = text.mid(at, sign < 0 ? -1 : sign - at).trimmed();
@@ -63,13 +63,21 @@ ServerAddress ServerAddress::parse(const QString& text) {
     }
     at = sign + 1;
     const QString value = readValue(text, at);
-    if (isSecret(key)) {
-      refuse(
-          Texts::tr("服务器地址中不能写用户和密码；请用环境变量 GOODSBOOK_SERVER_USER 和 "
-                    "GOODSBOOK_SERVER_PASSWORD，或在登录窗口输入"));
-    }
-    address.words_.emplace_back(key, value);
+    words.emplace_back(key, value);
   }
+  return of(std::move(words));
+}
+
+ServerAddress ServerAddress::of(std::vector<std::pair<QString, QString>> words) {
+  if (std::any_of(words.begin(), words.end(), [](const auto& word) { return isSecret(word.first); })) {
+    refuse(
+        Texts::tr("服务器地址中不能写用户和密码；请用环境变量 GOODSBOOK_SERVER_USER 和 "
+                  "GOODSBOOK_SERVER_PASSWORD，或在登录窗口输入"));
+  }
+  std::stable_partition(words.begin(), words.end(),
+                        [](const auto& word) { return isAddress(word.first + u'='); });
+  ServerAddress address;
+  address.words_ = std::move(words);
   if (address.driver().isEmpty() && address.value(u"DSN"_s).isEmpty()) {
     refuse(Texts::tr("服务器地址缺少 Driver=…"));
   }
@@ -94,6 +102,11 @@ QString ServerAddress::value(const QString& key) const {
 
 int ServerAddress::port() const {
   return value(u"Port"_s).toInt();
+}
+
+bool ServerAddress::usesSystemAccount() const {
+  static const QStringList yes = {u"yes"_s, u"true"_s, u"1"_s};
+  return yes.contains(value(u"Trusted_Connection"_s), Qt::CaseInsensitive);
 }
 
 QString ServerAddress::displayName() const {
