@@ -30,6 +30,7 @@ const TreeTable& TF2104_1::table() {
       .insert = u"insert into D1004 ValueS('{t0}','{t1}','{t2}','{parent}','{pym}')"_s,
       .update =
           u"UPDATE D1004 SET  class_NAME = '{t1}',PYM='{pym}', class_NOTE = '{t2}' where class_id='{selected}'"_s,
+      .countsUses = true,
   };
   return table;
 }

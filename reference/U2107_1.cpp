@@ -40,6 +40,7 @@ const TreeTable& TF2107_1::table() {
       .update =
           u"update d1007 set CK_NAME={q:Edit3},pym='{pym}',CK_GL={q:Edit4},CK_TEL={q:Edit5},CK_ADDR={q:Edit6},CK_NOTE={q:Edit7} where ck_id={q:selected}"_s,
       .saveLimit = 65535,
+      .countsUses = true,
   };
   return table;
 }

@@ -2,6 +2,8 @@
 
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QScreen>
+#include <QStyleOptionViewItem>
 
 #include "host/data/U_dataop.h"
 #include "host/forms/form_builder.h"
@@ -33,15 +35,19 @@ TF2107_2::TF2107_2(QWidget* owner)
   connect(&AdoQry_Tmp, &RecordSet::validateField, this, [this](const QString& field) {
     if (field.compare("W"_L1, Qt::CaseInsensitive) == 0) AdoQry_TmpWValidate();
   });
+  DBGridEh1->setDrawColumnCell([this](int /*row*/, const QString& /*field*/, QStyleOptionViewItem& cell) {
+    DBGridEh1DrawColumnCell(cell);
+  });
   FormCreate();
-  setFixedSize(QSize(460, 420).expandedTo(minimumSizeHint()));
 }
 
 void TF2107_2::init(const QString& warehouse, bool readOnly) {
+  setFixedSize(QSize(460, 420).expandedTo(minimumSizeHint()).boundedTo(screen()->availableSize()));
   bsSkinButton1->setVisible(!readOnly);
   btn_ok->setVisible(!readOnly);
   DBGridEh1->setReadOnly(readOnly);
   if (warehouse == warehouse_ && AdoQry_Tmp.isOpen() && !AdoQry_Tmp.isEmpty()) return;
+  closeado();  // should the look-up fail, another warehouse's rows must not stand under this code
   initwl(warehouse);
   opensql(
       AdoQry_Tmp, moduleCode_,
@@ -51,6 +57,12 @@ void TF2107_2::init(const QString& warehouse, bool readOnly) {
 
 void TF2107_2::closeado() {
   AdoQry_Tmp.close();
+}
+
+void TF2107_2::DBGridEh1DrawColumnCell(QStyleOptionViewItem& cell) const {
+  if (!cell.state.testFlag(QStyle::State_Selected) || DBGridEh1->hasFocus()) return;
+  cell.palette.setBrush(QPalette::Highlight, cell.palette.brush(QPalette::Midlight));
+  cell.palette.setBrush(QPalette::HighlightedText, cell.palette.brush(QPalette::Text));
 }
 
 void TF2107_2::AdoQry_TmpWValidate() {

@@ -29,6 +29,8 @@ class TF2107_2 : public TFrm_Base_Dialog {
  private:
   void bsSkinButton1Click();
   void AdoQry_TmpWValidate();
+  // The current cell has another colour while the focus is elsewhere.
+  void DBGridEh1DrawColumnCell(QStyleOptionViewItem& cell) const;
 
   TDBGridEh* DBGridEh1;
   QPushButton* bsSkinButton1;

@@ -38,6 +38,7 @@ const CodeTable& TF2125_1::table() {
             .label = tr("汇    率"),
             .kind = FieldKind::Number,
             .required = true,  // it goes into the statement without quotes
+            .check = FieldCheck::Float,
             .column = u"hb_hl"_s,
             .format = u"0.000000"_s,
             .places = 6}},

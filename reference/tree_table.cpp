@@ -1,5 +1,7 @@
 #include "reference/tree_table.h"
 
+#include <QRegularExpression>
+
 #include "host/U_function.h"
 #include "host/Zpy.h"
 #include "host/data/U_dataop.h"
@@ -12,7 +14,14 @@ namespace goodsbook {
 
 namespace {
 const QString topLevel = u"Z"_s;  // stands in the parent's column of a top-level row
+
+// Rows under such a code would stand at the top.
+void refuseTopLevel(const QString& code) {
+  if (code.trimmed().compare(topLevel, Qt::CaseInsensitive) != 0) return;
+  DISPINFO(TreeTableEditor::tr("代号【%1】表示最上级，不能使用!").arg(topLevel), 5);
+  throw EAbort();
 }
+}  // namespace
 
 TreeTableList::TreeTableList(const TreeTable& table, QWidget* owner) : TFrm_Base_Node(owner), table_(table) {
   setWindowTitle(table.caption);
@@ -30,6 +39,11 @@ void TreeTableList::InitForm(const Trecord& record) {
   TFrm_Base_Node::InitForm(record);
 }
 
+QString TreeTableList::bareName(const QString& shown) const {
+  static const QRegularExpression count(u" \\(\\d+\\)$"_s);
+  return table_.countsUses ? QString(shown).remove(count) : shown;
+}
+
 TreeTableEditor::TreeTableEditor(const TreeTable& table, QWidget* owner)
     : TFrm_Base_Node_d(owner), table_(table) {
   setWindowTitle(table.caption);
@@ -37,6 +51,7 @@ TreeTableEditor::TreeTableEditor(const TreeTable& table, QWidget* owner)
   FieldSpec& code = fields.front();
   code.code = true;
   code.exit = [this] {
+    refuseTopLevel(text(codeElement()));
     reference::checkNewCode(*this, AdoQry_Tmp, codeElement(), table_.codeCaption, table_.uniqueness,
                             table_.taken);
   };

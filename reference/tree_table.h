@@ -24,6 +24,7 @@ struct TreeTable {
   QString rowStatement;  // the selected node's row; its code and "')" follow
   QString insert, update;
   unsigned short saveLimit = 0;  // ExecSql's number
+  bool countsUses = false;       // the list statement puts a count in parentheses behind each name
 };
 
 // The tree screen of one table.
@@ -35,6 +36,7 @@ class TreeTableList : public TFrm_Base_Node {
 
  protected:
   TreeTableList(const TreeTable& table, QWidget* owner);
+  QString bareName(const QString& shown) const override;
   virtual TFrm_Base_Node_d* createEditor() = 0;
 
  private:

@@ -31,6 +31,7 @@ bool TFrm_Base_Detail::InitForm(const QString& mode, RecordSet& listRows) {
   mode_ = mode;
   listRows_ = &listRows;
   saved_ = false;
+  ContinueAdd->setChecked(false);
   watchRow();
   openFilled();
   exec();
@@ -41,6 +42,7 @@ void TFrm_Base_Detail::SetStatus(RecordSet& rows) {
   mode_ = u"Add"_s;
   listRows_ = &rows;
   appendsRow = false;
+  addsOn = false;
   saved_ = false;
   rowGuard_.forget();
   openFilled();
@@ -77,7 +79,7 @@ void TFrm_Base_Detail::RefreshData() {
   btn_ok->setVisible(!isReadOnly());
   btn_ok->setEnabled(!isReadOnly());
   btn_Cancel->setText(isReadOnly() ? tr("关闭") : tr("取消"));
-  ContinueAdd->setVisible(isAdding() && appendsRow);
+  ContinueAdd->setVisible(isAdding() && addsOn);
   if (firstFocus.isEmpty()) {
     focusFirstField();
   } else {
@@ -100,6 +102,10 @@ void TFrm_Base_Detail::storeFields() {
   listRows().post();
 }
 
+QString TFrm_Base_Detail::rowCaption() const {
+  return rowName(*this, listRows());
+}
+
 void TFrm_Base_Detail::AllChange() {
   if (!loading()) modified_ = true;
 }
@@ -116,11 +122,11 @@ bool TFrm_Base_Detail::okAllowed() const {
 void TFrm_Base_Detail::btn_okClick() {
   CheckAll();
   if (mode_ == "Edit"_L1 && listRows().hasField(bodyParam(bodyparam::keyField)))
-    rowGuard_.confirmSave(*this, rowName(*this, listRows()));
+    rowGuard_.confirmSave(*this, rowCaption());
   saveWithRow();
   saved_ = true;
   modified_ = false;
-  if (isAdding() && appendsRow && ContinueAdd->isChecked()) {
+  if (isAdding() && addsOn && ContinueAdd->isChecked()) {
     mode_ = u"Add"_s;
     openFilled();
   } else {

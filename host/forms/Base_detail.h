@@ -45,6 +45,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public OkCancelScreen {
 
   void loadFields();   // "Add": empties the declared fields; else takes them from the list's current row
   void storeFields();  // declared columns into the list's current row, and posts it
+  virtual QString rowCaption() const;  // what questions call the row: key and name
   RecordSet& listRows() const { return *listRows_; }
   void setMode(const QString& mode) { mode_ = mode; }
 
@@ -57,9 +58,10 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public OkCancelScreen {
   bool hasUnsavedInput() const override { return modified_ && !isReadOnly(); }
   QString helpText() const override;
 
-  void enableOk();         // what every editor does when its data change by another way than its fields
-  QCheckBox* ContinueAdd;  // "保存后继续增加"; shown while adding
-  bool appendsRow = true;  // a row for "Add" and "CopyAdd" is this class's business
+  void enableOk();            // what every editor does when its data change by another way than its fields
+  QCheckBox* ContinueAdd;     // "保存后继续增加"; shown while adding, off at every opening
+  bool addsOn = true;         // false: one row an opening, ContinueAdd is not shown
+  bool appendsRow = true;     // a row for "Add" and "CopyAdd" is this class's business
   bool fillsFromList = true;  // false: the editor reads its row itself, a list may show it in other words
 
  private:

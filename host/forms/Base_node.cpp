@@ -54,6 +54,8 @@ TFrm_Base_Node::TFrm_Base_Node(QWidget* owner)
   connect(TreeView, &QTreeWidget::itemDoubleClicked, this,
           [this] { guarded(this, [this] { DBGridEhDblClick(); }); });
   connect(&AdoQry_Main, &RecordSet::afterScroll, this, &TFrm_Base_Node::listMoved);
+  connect(DBGridEh, &QAbstractItemView::pressed, this, &TFrm_Base_Node::followList);
+  DBGridEh->installEventFilter(this);
 }
 
 void TFrm_Base_Node::GetData() {
@@ -61,10 +63,13 @@ void TFrm_Base_Node::GetData() {
 }
 
 void TFrm_Base_Node::GetList() {
-  const QScopedValueRollback<bool> syncing(syncing_, true);
-  EditListScreen::GetData();
-  AdoQry_Main.waitForAll();
-  buildTree();
+  {
+    const QScopedValueRollback<bool> syncing(syncing_, true);
+    EditListScreen::GetData();
+    AdoQry_Main.waitForAll();
+    buildTree();
+  }
+  followList();
 }
 
 QSet<QString> TFrm_Base_Node::closedCodes() const {
@@ -81,12 +86,14 @@ void TFrm_Base_Node::buildTree() {
   const bool wasEmpty = TreeView->topLevelItemCount() == 0;
   const QString current = selectedCode();
 
-  const int keyIndex = AdoQry_Main.fieldIndex(bodyParam(bodyparam::keyField));
-  const int nameIndex = AdoQry_Main.fieldIndex(nameFieldOf(*this, AdoQry_Main));
-  const int parentIndex = AdoQry_Main.fieldIndex(bodyParam(bodyparam::parentField));
+  RecordSet asLoaded;  // a sort of the list is not the tree's
+  asLoaded.assignFrom(AdoQry_Main);
+  const int keyIndex = asLoaded.fieldIndex(bodyParam(bodyparam::keyField));
+  const int nameIndex = asLoaded.fieldIndex(nameFieldOf(*this, asLoaded));
+  const int parentIndex = asLoaded.fieldIndex(bodyParam(bodyparam::parentField));
   std::vector<TreeRow> rows;
-  for (int row = 0; row < AdoQry_Main.rowCount(); ++row) {
-    rows.push_back({AdoQry_Main.textAt(row, keyIndex), AdoQry_Main.textAt(row, parentIndex)});
+  for (int row = 0; row < asLoaded.rowCount(); ++row) {
+    rows.push_back({asLoaded.textAt(row, keyIndex), asLoaded.textAt(row, parentIndex)});
   }
 
   TreeView->clear();
@@ -94,7 +101,8 @@ void TFrm_Base_Node::buildTree() {
   QTreeWidgetItem* orphanHead = nullptr;
   for (const TreePlace& place : treeOf(rows, bodyParam(bodyparam::rootValue))) {
     const QString& code = rows[static_cast<std::size_t>(place.row)].code;
-    QTreeWidgetItem* node = treenode::make(code, AdoQry_Main.textAt(place.row, nameIndex));
+    const QString shown = asLoaded.textAt(place.row, nameIndex);
+    QTreeWidgetItem* node = treenode::make(code, shown, bareName(shown));
     nodes.push_back(node);
     if (place.parent >= 0) {
       nodes[static_cast<std::size_t>(place.parent)]->addChild(node);
@@ -140,6 +148,16 @@ void TFrm_Base_Node::listMoved() {
   updateActions();
 }
 
+// The user is in the list: the row that stands out there is the one he means.
+void TFrm_Base_Node::followList() {
+  if (DBGridEh->hasFocus() && selectedCode().isEmpty()) listMoved();
+}
+
+bool TFrm_Base_Node::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == DBGridEh && event->type() == QEvent::FocusIn) followList();
+  return EditListScreen::eventFilter(watched, event);
+}
+
 bool TFrm_Base_Node::onRow() const {
   return !selectedCode().isEmpty();
 }
@@ -148,6 +166,7 @@ void TFrm_Base_Node::openEditor(const QString& mode) {
   auto* nodeEditor = qobject_cast<TFrm_Base_Node_d*>(editor());
   if (!nodeEditor || (mode != "Add"_L1 && !onRow())) return;
   const QPointer<TFrm_Base_Node> self = this;
+  const QPointer<QWidget> place = focusWidget();
   {
     const QScopedValueRollback<bool> syncing(syncing_, true);
     nodeEditor->InitForm(mode, AdoQry_Main, *TreeView);
@@ -155,7 +174,7 @@ void TFrm_Base_Node::openEditor(const QString& mode) {
   }
   showCount();
   treeMoved();
-  TreeView->setFocus();
+  (place ? place.data() : TreeView)->setFocus();
 }
 
 void TFrm_Base_Node::Act_LocateExecute() {
@@ -166,7 +185,7 @@ void TFrm_Base_Node::Act_DeleteExecute() {
   QTreeWidgetItem* node = treenode::selected(*TreeView);
   const QString code = treenode::code(node);
   if (code.isEmpty()) return;
-  QString question = tr("是否删除【%1】?").arg(node->text(0));
+  QString question = tr("是否删除【%1】?").arg(code + u' ' + treenode::name(node));
   if (node->childCount() > 0)
     question += tr("\r\n它有 %1 个下级，下级不会一起删除。").arg(node->childCount());
   question += usesLine(*this, code);
@@ -184,6 +203,7 @@ void TFrm_Base_Node::Act_DeleteExecute() {
   }
   if (QTreeWidgetItem* found = nextCode.isEmpty() ? nullptr : treenode::find(*TreeView, nextCode))
     TreeView->setCurrentItem(found);
+  followList();
   updateActions();
   showCount();
 }

@@ -36,6 +36,9 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Node : public EditListScreen {
 
   void buildTree();
   QString selectedCode() const;  // empty when nothing is selected
+  // A row's name without what the list statement adds to it; nodes are found and asked about by it.
+  virtual QString bareName(const QString& shown) const { return shown; }
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
   QTreeWidget* TreeView;
 
@@ -43,6 +46,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Node : public EditListScreen {
   void treeMoved();
   void listMoved();
   void showNodeInList();
+  void followList();
   QSet<QString> closedCodes() const;
 
   TreeFind* FindNode;

@@ -23,6 +23,11 @@ QString TFrm_Base_Node_d::selectedCode() const {
   return treenode::code(treenode::selected(*tree_));
 }
 
+QString TFrm_Base_Node_d::rowCaption() const {
+  const QTreeWidgetItem* node = treenode::selected(*tree_);
+  return treenode::code(node) + u' ' + treenode::name(node);
+}
+
 QString TFrm_Base_Node_d::parentCode() const {
   const QTreeWidgetItem* node = treenode::selected(*tree_);
   if (mode() == "CopyAdd"_L1) return treenode::code(node);
@@ -39,7 +44,7 @@ void TFrm_Base_Node_d::placeNode(const QString& code, const QString& name) {
     QTreeWidgetItem* above = node;
     if (mode() == "Add"_L1) above = node ? node->parent() : nullptr;
     if (treenode::isOrphanHead(above)) above = nullptr;  // its rows have no parent to share
-    QTreeWidgetItem* added = treenode::make(code, name);
+    QTreeWidgetItem* added = treenode::make(code, name, name);
     if (above) {
       above->addChild(added);
       above->setExpanded(true);
@@ -52,7 +57,7 @@ void TFrm_Base_Node_d::placeNode(const QString& code, const QString& name) {
     tree_->setCurrentItem(added);
   } else if (node) {
     rows.locate(keyField, treenode::code(node));
-    node->setText(0, code.trimmed() + u' ' + name.trimmed());
+    treenode::rename(node, code.trimmed(), name.trimmed());
   }
   const QString nameField = nameFieldOf(*this, rows);
   if (!nameField.isEmpty()) rows.setValue(nameField, name);

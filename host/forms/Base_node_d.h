@@ -25,6 +25,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Node_d : public TFrm_Base_Detail {
   // top or with nothing selected; "CopyAdd": the selected node's code; "Edit": unchanged, the selected node's
   // parent.
   QString parentCode() const;
+  QString rowCaption() const override;
   // After the save: puts the new node into the tree and selects it, or gives the edited one its new caption,
   // and keeps the list's rows in step: key, name, parent and the declared columns.
   void placeNode(const QString& code, const QString& name);

@@ -127,8 +127,8 @@ ListScreen::~ListScreen() {
   DBGridEh->setRecordSet(nullptr);
 }
 
-void ListScreen::FormCreate() {
-  TFrm_Base_Common::FormCreate();
+// Not in FormCreate: the constructor of a family's class would give all its members one section.
+void ListScreen::loadLayout() {
   if (layout_ || !Session::exists()) return;
   manager_ = new TIniPropStorageManEh(u"layout.ini"_s, this);
   layout_ =
@@ -138,6 +138,7 @@ void ListScreen::FormCreate() {
 }
 
 void ListScreen::InitForm(const Trecord& record) {
+  loadLayout();
   SetFormParam(QString::number(record.module()));
   SetUserParam(record);
   if (Tag == 0) Tag = record.module();

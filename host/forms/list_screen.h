@@ -92,7 +92,6 @@ class GOODSBOOKHOST_EXPORT ListScreen : public TFrm_Base_Common {
 
   virtual void updateActions();  // after a move, a load, a change of rights
   void showCount();
-  void FormCreate() override;
   void FormKeyDown(QKeyEvent* event) override;
   void FormClose() override;
   QString helpText() const override;
@@ -108,6 +107,7 @@ class GOODSBOOKHOST_EXPORT ListScreen : public TFrm_Base_Common {
  private:
   void buildBaseActions();
   void buildStatusLine();
+  void loadLayout();
   void offerCancel();  // while something waits for all rows
   void showEmptyText();
   void clearFilter();

@@ -24,7 +24,7 @@ std::vector<QTreeWidgetItem*> TreeFind::matches() const {
   for (QTreeWidgetItemIterator it(&tree_); *it && !typed.isEmpty(); ++it) {
     const QString code = treenode::code(*it);
     if (code.isEmpty()) continue;
-    const QString name = (*it)->text(0).mid(code.size() + 1);
+    const QString name = treenode::name(*it);
     if (const int rank = matchRank(code, name, Zpy::GetPY(name), typed); rank >= 0)
       ranked.emplace_back(rank, *it);
   }

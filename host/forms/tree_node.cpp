@@ -10,13 +10,24 @@ namespace goodsbook::treenode {
 namespace {
 
 constexpr int orphanHeadType = QTreeWidgetItem::UserType + 1;
+constexpr int nameRole = Qt::UserRole;
 
 }  // namespace
 
-QTreeWidgetItem* make(const QString& code, const QString& name) {
+QTreeWidgetItem* make(const QString& code, const QString& shown, const QString& name) {
   auto* node = new QTreeWidgetItem;
-  node->setText(0, code + u' ' + name);
+  node->setText(0, code + u' ' + shown);
+  node->setData(0, nameRole, name);
   return node;
+}
+
+void rename(QTreeWidgetItem* node, const QString& code, const QString& name) {
+  node->setText(0, code + u' ' + name);
+  node->setData(0, nameRole, name);
+}
+
+QString name(const QTreeWidgetItem* node) {
+  return node ? node->data(0, nameRole).toString() : QString();
 }
 
 QTreeWidgetItem* makeOrphanHead() {

@@ -11,7 +11,10 @@ class QTreeWidgetItem;
 // the rows whose parent does not exist.
 namespace goodsbook::treenode {
 
-GOODSBOOKHOST_EXPORT QTreeWidgetItem* make(const QString& code, const QString& name);
+// `name` is what the node is found and asked about by, `shown` what its caption says, which may be more.
+GOODSBOOKHOST_EXPORT QTreeWidgetItem* make(const QString& code, const QString& shown, const QString& name);
+GOODSBOOKHOST_EXPORT void rename(QTreeWidgetItem* node, const QString& code, const QString& name);
+GOODSBOOKHOST_EXPORT QString name(const QTreeWidgetItem* node);
 GOODSBOOKHOST_EXPORT QTreeWidgetItem* makeOrphanHead();
 GOODSBOOKHOST_EXPORT bool isOrphanHead(const QTreeWidgetItem* node);
 GOODSBOOKHOST_EXPORT QString code(const QTreeWidgetItem* node);  // empty for null and the orphans' head

@@ -180,6 +180,26 @@ TEST_F(Currencies, BoxRateAndNoteGoIntoTheStatementsAndTheList) {
   EXPECT_EQ(sql(u"select hb_bw,hb_hl from D1001"_s), (std::vector<std::vector<QString>>{{u"0"_s, u"7.2"_s}}));
 }
 
+TEST_F(Currencies, ARateThatIsNoNumberIsRefused) {
+  open(125);
+  act(u"Act_Add"_s);
+  type(u"Edit1"_s, u"us"_s);
+  type(u"Edit2"_s, u"美元"_s);
+  focus(u"Edit3"_s);
+  statements();
+  for (const QString& rate : {u"-"_s, u"."_s, u"-."_s}) {
+    type(u"HB_HL"_s, rate);
+    press(u"F9"_s);
+    EXPECT_EQ(messages(), Lines{u"汇率应输入数字!"_s}) << rate.toStdString();
+    EXPECT_TRUE(get(u"HB_HL"_s)["focused"_L1].toBool());
+  }
+  EXPECT_EQ(statements(), Lines());
+  type(u"HB_HL"_s, QString());
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{u"汇率不能为空!"_s});
+  click(u"btn_Cancel"_s);
+}
+
 TEST_F(Currencies, ARowWithoutARateAsksForOne) {
   sql(u"insert into D1001 (hb_id,hb_name) values ('US','美元')"_s);
   open(125);

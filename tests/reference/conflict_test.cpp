@@ -40,9 +40,9 @@ const Member members[] = {
      u"汇率"_s,
      u"delete from D1001"_s},
     {"a category", 104, u"insert into D1004 (CLASS_ID,CLASS_NAME,OID) values ('1','饮料','Z')"_s, u"1"_s,
-     u"update D1004 set CLASS_NAME='食品'"_s, u"1 饮料 (0)"_s, u"类别名称"_s, u"delete from D1004"_s},
+     u"update D1004 set CLASS_NAME='食品'"_s, u"1 饮料"_s, u"类别名称"_s, u"delete from D1004"_s},
     {"a warehouse", 107, u"insert into D1007 (CK_ID,CK_NAME,OID) values ('1','总店','Z')"_s, u"1"_s,
-     u"update D1007 set CK_TEL='5'"_s, u"1 总店 (0)"_s, u"电话"_s, u"delete from D1007"_s},
+     u"update D1007 set CK_TEL='5'"_s, u"1 总店"_s, u"电话"_s, u"delete from D1007"_s},
     {"staff",
      112,
      u"insert into D1008 (BM_ID,BM_NAME,OID) values ('1','仓储','Z');"
@@ -152,14 +152,14 @@ const Used used[] = {
      u"insert into D1004 (CLASS_ID,CLASS_NAME,OID) values ('1','饮料','Z');"
      "insert into D1004 (CLASS_ID,CLASS_NAME,OID) values ('2','茶','1');"
      "insert into D1801 (WL_ID,WL_NAME,CLASS_ID) values ('a','可乐','1')"_s,
-     u"1"_s,
-     u"是否删除【1 饮料 (1)】?\r\n它有 1 个下级，下级不会一起删除。\r\n该资料已被使用：商品 1 行。"_s},
+     u"1"_s, u"是否删除【1 饮料】?\r\n它有 1 个下级，下级不会一起删除。\r\n该资料已被使用：商品 1 行。"_s},
     {"a warehouse", 107,
      u"insert into D1007 (CK_ID,CK_NAME,OID) values ('1','总店','Z');insert into D1802 (WL_ID,CK_ID) values ('a','1');"
      "insert into SYS_USER_CK values ('ADMIN','1',1);insert into D8202 (noid,ck_id) values ('1','1');"
-     "insert into D8202 (noid,ck_id) values ('2','1');insert into D1801DWSJ (ADW,CK_ID) values (1,'1')"_s,
+     "insert into D8202 (noid,ck_id) values ('2','1');insert into D1801DWSJ (ADW,CK_ID) values (1,'1');"
+     "insert into D8201A (WL_ID,CK_ID) values ('a','1');insert into D8402A (WL_ID,CK_ID) values ('a','1')"_s,
      u"1"_s,
-     u"是否删除【1 总店 (1)】?\r\n该资料已被使用：商品库存 1 行、仓库权限 1 行、进货单 2 行、区域售价 1 行。"_s},
+     u"是否删除【1 总店】?\r\n该资料已被使用：商品库存 1 行、仓库权限 1 行、进货单 2 行、区域售价 1 行、采购订单 1 行、其他单据 1 行。"_s},
     {"a department", 108,
      u"insert into D1008 (BM_ID,BM_NAME,OID) values ('1','仓储','Z');"
      "insert into D1101 (YW_ID,YW_NAME,BM_ID) values ('9','张三','1')"_s,

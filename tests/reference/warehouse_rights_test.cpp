@@ -1,8 +1,11 @@
 // The users' rights on a warehouse.
 #include <gtest/gtest.h>
 
+#include <QApplication>
+
 #include "app/driver/screen_test.h"
 #include "host/U_glo.h"
+#include "host/controls/TDBGridEh.h"
 
 using namespace Qt::StringLiterals;
 
@@ -158,6 +161,60 @@ TEST_F(WarehouseRights, TicksSurviveUntilAnotherWarehouseIsOpened) {
   act(u"Act_Edit"_s);
   click(u"BTN_QS"_s);
   EXPECT_EQ(ticks(), (QStringList{u"A1"_s, u"A2"_s, u"B1"_s}));
+  click(u"btn_Cancel"_s);
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(WarehouseRights, ALookUpThatFailsLeavesNoOthersRightsBehind) {
+  edit();
+  click(u"BTN_QS"_s);
+  click(u"btn_Cancel"_s);
+  click(u"btn_Cancel"_s);
+  done({{u"cmd"_s, u"node"_s}, {u"code"_s, u"k2"_s}});
+  act(u"Act_Edit"_s);
+  sql(u"drop table SYS_USER"_s);
+  click(u"BTN_QS"_s);
+  EXPECT_EQ(frontClass(), u"TF2107_1"_s);
+  EXPECT_EQ(messages().size(), 1U);
+  statements();
+  click(u"btn_ok"_s);
+  ASSERT_EQ(statements().size(), 1U);
+  EXPECT_EQ(sql(u"select count(*) as n from SYS_USER_CK where ck_id='k2'"_s), (Table{{u"0"_s}}));
+  EXPECT_EQ(stored().size(), 3U);
+  sql(u"create table SYS_USER (USER_ID nvarchar(10) not null primary key, USER_NAME nvarchar(20), T int)"_s);
+  sql(u"insert into SYS_USER values ('A1','甲',1),('B1','丙',1)"_s);
+  act(u"Act_Edit"_s);
+  click(u"BTN_QS"_s);
+  EXPECT_EQ(ticks(), (QStringList{u"A1"_s, u"B1"_s}));
+  click(u"btn_Cancel"_s);
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(WarehouseRights, TheCurrentCellIsPaintedByTheFocus) {
+  edit();
+  click(u"BTN_QS"_s);
+  const auto colour = [this](int column) {
+    QColor painted;
+    onGui([&painted, column] {
+      for (QWidget* widget : QApplication::allWidgets()) {
+        auto* grid = qobject_cast<TDBGridEh*>(widget);
+        if (!grid || grid->objectName() != "DBGridEh1"_L1) continue;
+        const QRect cell = grid->visualRect(grid->model()->index(0, column));
+        painted =
+            grid->viewport()->grab(QRect(cell.right() - 3, cell.top() + 2, 1, 1)).toImage().pixelColor(0, 0);
+      }
+    });
+    return painted;
+  };
+  done({{u"cmd"_s, u"cellclick"_s},
+        {u"element"_s, u"DBGridEh1"_s},
+        {u"row"_s, 0},
+        {u"field"_s, u"USER_NAME"_s}});
+  const QColor focusedCell = colour(2);
+  EXPECT_NE(focusedCell, colour(1));
+  focus(u"btn_ok"_s);
+  EXPECT_NE(colour(2), focusedCell);
+  EXPECT_NE(colour(2), colour(1)) << "it is still seen to be the current one";
   click(u"btn_Cancel"_s);
   click(u"btn_Cancel"_s);
 }

@@ -247,6 +247,10 @@ TEST_F(Details, ContinueAddOpensTheNextEmptyOne) {
     press(Qt::Key_Escape);
   });
   EXPECT_EQ(list(), "KG=公斤 PC=个 BX=box ");
+  edit(u"Add"_s, [this] {
+    EXPECT_FALSE(editor.checkBox(u"ContinueAdd"_s)->isChecked()) << "each opening begins without";
+    editor.close();
+  });
 }
 
 TEST_F(Details, RowsThatAreNoListGetNoRowOfTheirOwn) {
