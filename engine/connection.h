@@ -44,6 +44,9 @@ class Connection {
   // Opens one select. Several cursors may be open at once, while batches run on other connections.
   virtual std::unique_ptr<Cursor> query(std::string_view select) = 0;
 
+  // Runs one select to its end. An error leaves an open transaction as it is.
+  virtual void query(std::string_view select, ResultSink& sink) = 0;
+
   // A transaction around several batches. begin() takes the write lock at once (error 1222 when it cannot be
   // had within the busy time-out). After an error in a batch the transaction is already rolled back and
   // inTransaction() is false.
@@ -52,10 +55,18 @@ class Connection {
   virtual void rollback() = 0;
   virtual bool inTransaction() const = 0;
 
-  // Relaxed: commits do not wait for the disk one by one. A killed program loses nothing even so; a machine
-  // that fails may lose the last of them. Going back brings all of them to the disk before it returns. Not
+  // Relaxed: commits never wait for the disk, and the log grows until somebody calls settle(). A killed
+  // program loses nothing even so; a machine that fails may lose what came after the last settle(). Not
   // inside a transaction.
   virtual void setRelaxed(bool relaxed) = 0;
+
+  // Pages in the log after the last relaxed commit.
+  virtual int logPages() const = 0;
+
+  // Brings to the disk what was committed by anybody, and begins the log anew; meant for a connection in a
+  // thread of its own, since it waits for the disk. False when the log could not be begun anew because
+  // somebody reads in it, or writes, for longer than the busy time-out; everything is on the disk even then.
+  virtual bool settle() = 0;
 
   // Stops the statement that is running; it fails with error 3617. May be called from any thread.
   virtual void interrupt() = 0;

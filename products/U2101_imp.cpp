@@ -174,6 +174,7 @@ QString TF2101_IMP::clearProducts() {
 TF2101_IMP::Count TF2101_IMP::importRows(ImportRun& run) {
   Count count{.read = D_MAIN.rowCount()};
   D_MAIN.first();
+  const auto turn = [] { QApplication::processEvents(); };
   RelaxedCommits relaxed(Session::current().database());
   QuietRows grid(&D_MAIN), list(list_);
   for (int row = 0; row < count.read && !count.stopped; ++row) {
@@ -183,9 +184,10 @@ TF2101_IMP::Count TF2101_IMP::importRows(ImportRun& run) {
       grid.show();
       list.show();
     }
+    relaxed.keepUp(turn);
     count.stopped = !goesOn() || !importRow(run, row, count, grid);
   }
-  relaxed.finish();
+  relaxed.finish(turn);
   return count;
 }
 

@@ -1,6 +1,7 @@
 #include "app/commands/tour_command.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <thread>
 
@@ -65,6 +66,7 @@ int tour(const QString& database, const QString& programDir, const QDir& folder)
   window.show();
   Driver driver(desktop, masterData, &window);
   Tour pictures(driver, window, folder);
+  pictures.mayChangeData(QFileInfo(database).absolutePath() == QFileInfo(programDir).absoluteFilePath());
   QString failure;
   std::thread guide([&] {
     try {

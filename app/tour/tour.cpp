@@ -234,8 +234,8 @@ void Tour::visitQuickEditors() {
   onGui([] { setGlobal(u"GPARAM28"_s, u"0"_s); });
 }
 
-// The import with a file read that holds new products and one that exists. They stay in its grid: the tour
-// may be shown over a shop's own database.
+// The import with a file read that holds new products and one that exists. Over a shop's own database they
+// stay in its grid.
 void Tour::visitImport() {
   constexpr int products = 101;
   const QTemporaryDir folder;
@@ -261,9 +261,22 @@ void Tour::visitImport() {
     send({{u"cmd"_s, u"click"_s}, {u"element"_s, u"Edt_path.button"_s}});
     send({{u"cmd"_s, u"click"_s}, {u"element"_s, u"btn_ref"_s}});
     dialogPictures(u"101-imp-read"_s);
+    if (mayChangeData_) {
+      fillFrom(u"CLASS_ID"_s, u"select top 1 CLASS_ID from D1004 where len(CLASS_ID)<=4 order by CLASS_ID"_s);
+      fillFrom(u"dw_id"_s, u"select top 1 dw_id from D1003 order by dw_id"_s);
+      send({{u"cmd"_s, u"click"_s}, {u"element"_s, u"btn_ok"_s}});
+      dialogPictures(u"101-imp-done"_s);
+    }
     closeFront();
   }
   onGui([&] { window_.tabs()->currentWidget()->close(); });
+}
+
+// Types the first answer of a select into an element.
+void Tour::fillFrom(const QString& element, const QString& select) {
+  const QJsonValue answer = send({{u"cmd"_s, u"sql"_s}, {u"text"_s, select}});
+  const QString text = answer["sets"_L1].toArray()[0]["rows"_L1][0][0].toString();
+  send({{u"cmd"_s, u"type"_s}, {u"element"_s, element}, {u"text"_s, text}});
 }
 
 void Tour::dialogPictures(const QString& name) {

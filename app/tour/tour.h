@@ -20,6 +20,9 @@ class Tour {
  public:
   Tour(Driver& driver, MainWindow& window, const QDir& folder);
 
+  // Whether the data are the tour's own, which it may add to.
+  void mayChangeData(bool may) { mayChangeData_ = may; }
+
   void run();
   QStringList pictures() const { return pictures_; }  // what was written, in order
   QStringList problems() const { return problems_; }  // what did not work
@@ -35,6 +38,7 @@ class Tour {
   void visitWarehouseRights();
   void visitQuickEditors();
   void visitImport();
+  void fillFrom(const QString& element, const QString& select);
   void dialogPictures(const QString& name);  // as it opens, and as small as it goes
   void picturesOfWindow();
 
@@ -48,6 +52,7 @@ class Tour {
   Driver& driver_;
   MainWindow& window_;
   QDir folder_;
+  bool mayChangeData_ = false;
   DriverClient client_;
   QList<int> opened_;  // modules that have a screen
   QStringList pictures_;

@@ -28,17 +28,9 @@ KeyInfo keyNamed(std::string_view index, std::string_view origin, const TableInf
 
 }  // namespace
 
-CatalogVersion Catalog::versionOf(sqlite3* db) {
-  const auto number = [&](const char* sql) {
-    SqliteStatement statement(db, sql);
-    return statement.step() ? statement.integer(0) : 0;
-  };
-  return {number("PRAGMA schema_version"), number("PRAGMA user_version")};
-}
-
-std::shared_ptr<const Catalog> Catalog::load(sqlite3* db) {
+std::shared_ptr<const Catalog> Catalog::load(sqlite3* db, CatalogVersion version) {
   auto catalog = std::make_shared<Catalog>();
-  catalog->version_ = versionOf(db);
+  catalog->version_ = version;
   catalog->loadTables(db);
   catalog->loadIndexes(db);
   catalog->loadProcedures(db);

@@ -43,8 +43,8 @@ struct CatalogVersion {
 // The tables and procedures of a file at one moment.
 class Catalog {
  public:
-  static std::shared_ptr<const Catalog> load(sqlite3* db);
-  static CatalogVersion versionOf(sqlite3* db);
+  // What stands in the file while it has this version.
+  static std::shared_ptr<const Catalog> load(sqlite3* db, CatalogVersion version);
 
   const CatalogVersion& version() const { return version_; }
   const TableInfo* findTable(std::string_view name) const;

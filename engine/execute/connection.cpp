@@ -16,6 +16,8 @@
 namespace goodsbook::engine {
 namespace {
 
+constexpr int pagesBeforeCheckpoint = 1000;  // SQLite's own measure
+
 class EmbeddedConnection;
 
 class SelectCursor final : public Cursor {
@@ -45,14 +47,21 @@ class EmbeddedConnection final : public Connection {
 
   void execute(std::string_view batch, ResultSink& sink, Permission permission) override {
     try {
-      const Script script = parse(batch);
-      const bool own = !inTransaction();
-      if (own) start(writes(script.statements));
-      state_.refresh(*main_);
-      BatchRunner(state_, *main_, sink, permission).run(script);
-      if (own) runSql(main_->db(), "COMMIT");
+      run(parse(batch), sink, permission);
     } catch (...) {
       undo();
+      throw;
+    }
+  }
+
+  void query(std::string_view select, ResultSink& sink) override {
+    const bool own = !inTransaction();
+    try {
+      const Script script = parse(select);
+      requireSelect(script);
+      run(script, sink, Permission::Screens);
+    } catch (...) {
+      if (own) undo();
       throw;
     }
   }
@@ -61,14 +70,13 @@ class EmbeddedConnection final : public Connection {
     const Script script = parse(select);
     const Frame frame = selectFrame(script);
     if (inTransaction()) {
-      state_.refresh(*main_);
       return std::make_unique<SelectCursor>(*this, *main_, false,
                                             state_.ready(frame, script.statements.front()));
     }
     // A reader of its own: what it sees stays as it is while batches write.
     Session& reader = takeReader();
     try {
-      runSql(reader.db(), "BEGIN");
+      reader.run(Session::Own::Begin);
       state_.refresh(reader);
       return std::make_unique<SelectCursor>(*this, reader, true,
                                             state_.ready(frame, script.statements.front()));
@@ -80,12 +88,17 @@ class EmbeddedConnection final : public Connection {
 
   void begin() override {
     if (inTransaction()) fail(3902, "事务已经开始。");
-    start(true);
+    try {
+      start(Session::Own::BeginToWrite);
+    } catch (...) {
+      undo();
+      throw;
+    }
   }
   void commit() override {
     if (!inTransaction()) fail(3902, "COMMIT TRANSACTION 请求没有对应的 BEGIN TRANSACTION。");
     try {
-      runSql(main_->db(), "COMMIT");
+      main_->run(Session::Own::Commit);
     } catch (...) {
       undo();
       throw;
@@ -99,8 +112,14 @@ class EmbeddedConnection final : public Connection {
 
   void setRelaxed(bool relaxed) override {
     runSql(main_->db(), relaxed ? "PRAGMA synchronous = NORMAL" : "PRAGMA synchronous = FULL");
-    if (!relaxed) flushLog(main_->db());
+    logPages_ = 0;
+    if (relaxed)
+      sqlite3_wal_hook(main_->db(), &EmbeddedConnection::committed, this);
+    else
+      sqlite3_wal_autocheckpoint(main_->db(), pagesBeforeCheckpoint);
   }
+  int logPages() const override { return logPages_; }
+  bool settle() override { return settleLog(*main_); }
 
   void interrupt() override {
     const std::lock_guard lock(sessionsMutex_);
@@ -111,7 +130,7 @@ class EmbeddedConnection final : public Connection {
   void checkIntegrity() override { requireIntact(main_->db()); }
 
   void giveBack(Session& reader) noexcept {
-    sqlite3_exec(reader.db(), "ROLLBACK", nullptr, nullptr, nullptr);
+    endTransaction(reader);
     idleReaders_.push_back(&reader);
   }
 
@@ -128,10 +147,27 @@ class EmbeddedConnection final : public Connection {
   }
 
  private:
-  static Frame selectFrame(const Script& script) {
+  void run(const Script& script, ResultSink& sink, Permission permission) {
+    const bool own = !inTransaction();
+    if (own) start(writes(script.statements) ? Session::Own::BeginToWrite : Session::Own::Begin);
+    BatchRunner(state_, *main_, sink, permission).run(script);
+    if (own) main_->run(Session::Own::Commit);
+  }
+
+  // In place of SQLite's own hook, which would copy the log into the file within the commit.
+  static int committed(void* self, sqlite3*, const char*, int pages) {
+    static_cast<EmbeddedConnection*>(self)->logPages_ = pages;
+    return SQLITE_OK;
+  }
+
+  static void requireSelect(const Script& script) {
     if (script.statements.size() != 1 ||
         !std::holds_alternative<SelectStatement>(script.statements.front().node))
       failUnsupported("查询中除一条 SELECT 以外的语句");
+  }
+
+  static Frame selectFrame(const Script& script) {
+    requireSelect(script);
     Frame frame;
     frame.script = &script;
     return frame;
@@ -151,10 +187,23 @@ class EmbeddedConnection final : public Connection {
     return *reader;
   }
 
-  void start(bool toWrite) { runSql(main_->db(), toWrite ? "BEGIN IMMEDIATE" : "BEGIN"); }
+  // The definitions stay as they are found here until the transaction ends or changes them itself.
+  void start(Session::Own begin) {
+    main_->run(begin);
+    state_.refresh(*main_);
+  }
+
+  static void endTransaction(Session& session) noexcept {
+    try {
+      session.run(Session::Own::Rollback);
+    } catch (const SqlError&) {
+      // SQLite has ended it by itself.
+      return;
+    }
+  }
 
   void undo() noexcept {
-    if (inTransaction()) sqlite3_exec(main_->db(), "ROLLBACK", nullptr, nullptr, nullptr);
+    if (inTransaction()) endTransaction(*main_);
     state_.forgetUndone(*main_);
   }
 
@@ -164,6 +213,7 @@ class EmbeddedConnection final : public Connection {
   std::mutex sessionsMutex_;
   std::vector<std::unique_ptr<Session>> sessions_;
   Session* main_ = nullptr;
+  int logPages_ = 0;
   std::vector<Session*> idleReaders_;
 };
 

@@ -23,14 +23,15 @@ void bind(Binder& binder, const Statement& statement) {
 }  // namespace
 
 void EngineState::refresh(Session& session) {
-  if (catalog_ && catalog_->version() == Catalog::versionOf(session.db())) return;
+  const CatalogVersion version = session.version();
+  if (catalog_ && catalog_->version() == version) return;
   plans_.clear();
-  catalog_ = Catalog::load(session.db());
+  catalog_ = Catalog::load(session.db(), version);
 }
 
 void EngineState::forgetUndone(Session& session) noexcept {
   try {
-    if (catalog_ && catalog_->version() == Catalog::versionOf(session.db())) return;
+    if (catalog_ && catalog_->version() == session.version()) return;
   } catch (...) {
     // What cannot be read now is read again at the next statement.
   }

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "engine/execute/session.h"
 #include "engine/runtime/failure.h"
 #include "engine/runtime/functions.h"
 #include "engine/storage/sqlite_errors.h"
@@ -34,6 +35,33 @@ void copyPages(sqlite3* source, const std::filesystem::path& target) {
   requireIntact(copy.get());
 }
 
+// What was committed is on the disk when this returns.
+void flushLog(sqlite3* db) {
+  sqlite3_file* log = nullptr;
+  const int code = sqlite3_file_control(db, "main", SQLITE_FCNTL_JOURNAL_POINTER, &log);
+  if (code != SQLITE_OK) throw sqliteFailure(db, code);
+  if (log == nullptr || log->pMethods == nullptr) return;  // nothing was written yet
+  if (log->pMethods->xSync(log, SQLITE_SYNC_NORMAL) != SQLITE_OK) throw sqliteFailure(db, SQLITE_IOERR_FSYNC);
+}
+
+// The first commit into an empty log waits for the disk, relaxed or not: a log whose head is older than its
+// pages would be taken for the one before. That commit is made here, and changes nothing. False when somebody
+// else writes, who then makes it.
+bool beginLog(Session& session) {
+  const int code = sqlite3_exec(session.db(), "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+  if ((code & 0xff) == SQLITE_BUSY) return false;
+  if (code != SQLITE_OK) throw sqliteFailure(session.db(), code);
+  try {
+    runSql(session.db(),
+           concat("PRAGMA user_version = ", std::to_string(session.run(Session::Own::UserVersion))));
+    session.run(Session::Own::Commit);
+  } catch (...) {
+    sqlite3_exec(session.db(), "ROLLBACK", nullptr, nullptr, nullptr);
+    throw;
+  }
+  return true;
+}
+
 }  // namespace
 
 void copyDatabase(sqlite3* source, const std::filesystem::path& target) {
@@ -53,12 +81,14 @@ void copyDatabase(sqlite3* source, const std::filesystem::path& target) {
   }
 }
 
-void flushLog(sqlite3* db) {
-  sqlite3_file* log = nullptr;
-  const int code = sqlite3_file_control(db, "main", SQLITE_FCNTL_JOURNAL_POINTER, &log);
-  if (code != SQLITE_OK) throw sqliteFailure(db, code);
-  if (log == nullptr || log->pMethods == nullptr) return;  // nothing was written yet
-  if (log->pMethods->xSync(log, SQLITE_SYNC_NORMAL) != SQLITE_OK) throw sqliteFailure(db, SQLITE_IOERR_FSYNC);
+bool settleLog(Session& session) {
+  flushLog(session.db());
+  int pages = 0, copied = 0;
+  const int code =
+      sqlite3_wal_checkpoint_v2(session.db(), "main", SQLITE_CHECKPOINT_RESTART, &pages, &copied);
+  if ((code & 0xff) == SQLITE_BUSY) return false;
+  if (code != SQLITE_OK) throw sqliteFailure(session.db(), code);
+  return beginLog(session);
 }
 
 void requireIntact(sqlite3* db) {

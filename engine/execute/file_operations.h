@@ -6,12 +6,14 @@ struct sqlite3;
 
 namespace goodsbook::engine {
 
+class Session;
+
 // A checked copy of the database; the target appears only when it is complete. Error 3201 when the target
 // exists or cannot be written.
 void copyDatabase(sqlite3* source, const std::filesystem::path& target);
 
-// What was committed is on the disk when this returns.
-void flushLog(sqlite3* db);
+// See Connection::settle().
+bool settleLog(Session& session);
 
 // Throws 5172 with the first faults that are found.
 void requireIntact(sqlite3* db);

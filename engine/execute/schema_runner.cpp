@@ -294,7 +294,7 @@ class Definer {
 
   // Other connections see by this number that procedures have changed.
   void countProcedureChange() {
-    const std::int64_t next = Catalog::versionOf(session_.db()).procedures + 1;
+    const std::int64_t next = session_.version().procedures + 1;
     runSql(session_.db(), concat("PRAGMA user_version = ", std::to_string(next)));
   }
 

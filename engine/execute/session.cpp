@@ -9,6 +9,9 @@
 namespace goodsbook::engine {
 namespace {
 
+constexpr std::array<std::string_view, 6> ownTexts{
+    "BEGIN", "BEGIN IMMEDIATE", "COMMIT", "ROLLBACK", "PRAGMA schema_version", "PRAGMA user_version"};
+
 constexpr int cacheKibibytes = 64 * 1024;
 
 // SQLite takes a file shorter than a page for an empty database, whatever it holds, and would write over it.
@@ -48,6 +51,21 @@ Session::Session(const std::filesystem::path& file, std::chrono::milliseconds bu
 
 Session::~Session() {
   forgetStatements();
+}
+
+std::int64_t Session::run(Own own) {
+  const auto index = static_cast<std::size_t>(own);
+  StatementHandle& handle = own_.at(index);
+  if (!handle) handle = prepare(db_, ownTexts.at(index), SQLITE_PREPARE_PERSISTENT);
+  const int code = sqlite3_step(handle.get());
+  const std::int64_t value = code == SQLITE_ROW ? sqlite3_column_int64(handle.get(), 0) : 0;
+  sqlite3_reset(handle.get());
+  if (code != SQLITE_ROW && code != SQLITE_DONE) throw sqliteFailure(db_, code);
+  return value;
+}
+
+CatalogVersion Session::version() {
+  return {run(Own::SchemaVersion), run(Own::UserVersion)};
 }
 
 Session::Lease::Lease(Session& session, StatementHandle handle, PlanPtr plan, std::vector<Value> values)

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <array>
 #include <chrono>
 #include <filesystem>
 #include <list>
@@ -9,6 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "engine/catalog/catalog.h"
 #include "engine/compile/plan.h"
 #include "engine/runtime/functions.h"
 #include "engine/runtime/value.h"
@@ -49,6 +51,12 @@ class Session {
     std::vector<Value> values_;
   };
 
+  // The engine's own words around every batch. They are prepared once: that costs more than running them.
+  enum class Own : std::uint8_t { Begin, BeginToWrite, Commit, Rollback, SchemaVersion, UserVersion };
+  // Gives the first value of the first row, 0 where there is none.
+  std::int64_t run(Own own);
+  CatalogVersion version();
+
   Lease lease(const PlanPtr& plan, std::vector<Value> values);
   int step(sqlite3_stmt* statement);
   sqlite3* db() const { return db_; }
@@ -70,6 +78,7 @@ class Session {
   sqlite3* db_ = nullptr;
   std::int64_t prepared_ = 0;
   std::unique_ptr<sqlite3, CloseConnection> owned_;
+  std::array<StatementHandle, 6> own_;
   std::list<Kept> kept_;  // the last used in front; a statement in use is not in here
   std::unordered_map<const Plan*, std::list<Kept>::iterator> byPlan_;
 };

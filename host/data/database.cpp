@@ -58,16 +58,21 @@ RelaxedCommits::RelaxedCommits(Database& database) : database_(database) {
 
 RelaxedCommits::~RelaxedCommits() {
   try {
-    finish();
+    finish([] {});
   } catch (const std::exception&) {
     relaxed_ = false;  // whoever must know calls finish()
   }
 }
 
-void RelaxedCommits::finish() {
+void RelaxedCommits::keepUp(const std::function<void()>& pause) {
+  if (database_.wantsSettling()) database_.settle(pause);
+}
+
+void RelaxedCommits::finish(const std::function<void()>& pause) {
   if (!relaxed_) return;
   database_.setRelaxed(false);
   relaxed_ = false;
+  database_.settle(pause);
 }
 
 }  // namespace goodsbook

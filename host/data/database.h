@@ -58,8 +58,12 @@ class GOODSBOOKHOST_EXPORT Database {
   // Stops the running statement, from any thread.
   virtual void interrupt() = 0;
 
-  // Commits of a long run of small transactions need not wait for the disk one by one; see RelaxedCommits.
+  // What RelaxedCommits stands on: commits that need not wait for the disk one by one, whether so many were
+  // made that it is time to settle() them, and settle(), which has them on the disk when it returns and calls
+  // `pause` every few milliseconds meanwhile. A server looks after all this itself.
   virtual void setRelaxed(bool /*relaxed*/) {}
+  virtual bool wantsSettling() { return false; }
+  virtual void settle(const std::function<void()>& /*pause*/) {}
 
   // Writes a checked copy of an embedded database beside it (of a private one into `folder`), with `stamp` in
   // its name, and returns its path; calls `pause` every few milliseconds meanwhile. A server looks after its
@@ -88,15 +92,18 @@ class GOODSBOOKHOST_EXPORT Transaction {
 };
 
 // While it lives, commits do not wait for the disk one by one: a killed program loses nothing even so, only a
-// machine that fails may lose the last rows. finish() brings everything to the disk; the end of its life
-// tries to.
+// machine that fails may lose the last rows. keepUp(), between two of them, keeps what waits for the disk
+// within bounds; finish() brings everything to the disk, and the end of its life tries to. Both wait in a
+// thread of their own and call `pause` every few milliseconds meanwhile, which must not throw. Work with the
+// database in `pause` may read only.
 class GOODSBOOKHOST_EXPORT RelaxedCommits {
  public:
   explicit RelaxedCommits(Database& database);
   ~RelaxedCommits();
   RelaxedCommits(const RelaxedCommits&) = delete;
   RelaxedCommits& operator=(const RelaxedCommits&) = delete;
-  void finish();
+  void keepUp(const std::function<void()>& pause);
+  void finish(const std::function<void()>& pause);
 
  private:
   Database& database_;

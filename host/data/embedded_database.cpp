@@ -3,11 +3,11 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <chrono>
-#include <future>
 #include <memory>
 #include <utility>
 
 #include "engine/connection.h"
+#include "host/data/beside.h"
 #include "host/data/connection_pool.h"
 #include "host/data/database.h"
 #include "host/data/engine_errors.h"
@@ -17,6 +17,10 @@
 
 namespace goodsbook {
 namespace {
+
+// 64 MB: settling waits for the disk three times, so it should not come often.
+constexpr int mostLogPages = 16'384;
+constexpr std::chrono::milliseconds patienceWithReaders{250};
 
 // Adds up what a batch wrote.
 class WrittenRows : public engine::ResultSink {
@@ -64,12 +68,7 @@ class EmbeddedDatabase : public Database {
   }
 
   void query(const QString& select, engine::ResultSink& sink) override {
-    asDatabaseErrors([&] {
-      const auto cursor = connection_->query(select.toStdString());
-      sink.beginSet(cursor->columns());
-      while (cursor->next()) sink.row(cursor->row());
-      sink.endSet();
-    });
+    asDatabaseErrors([&] { connection_->query(select.toStdString(), sink); });
   }
 
   std::unique_ptr<engine::Cursor> openCursor(const QString& select) override {
@@ -119,6 +118,25 @@ class EmbeddedDatabase : public Database {
 
   void setRelaxed(bool relaxed) override {
     asDatabaseErrors([&] { connection_->setRelaxed(relaxed); });
+    settledPages_ = 0;
+  }
+
+  bool wantsSettling() override {
+    const int pages = connection_->logPages();
+    if (pages < settledPages_) settledPages_ = 0;  // the log was begun anew
+    return pages - settledPages_ > mostLogPages;
+  }
+
+  void settle(const std::function<void()>& pause) override {
+    beside(
+        [&] {
+          engine::Options options = options_;
+          options.busyTimeout = patienceWithReaders;
+          engine::Connection::open(path(), options)->settle();
+        },
+        pause);
+    // Where somebody reads in the log, the next try is worth its while when as much has been added again.
+    settledPages_ = connection_->logPages();
   }
 
   QString backup(const QString& folder, const QString& stamp, const std::function<void()>& pause) override {
@@ -138,12 +156,9 @@ class EmbeddedDatabase : public Database {
   std::filesystem::path path() const { return QFileInfo(file_).filesystemFilePath(); }
   std::unique_ptr<engine::Connection> open() const { return engine::Connection::open(path(), options_); }
 
-  // Does what takes long beside the window's thread; `work` opens a connection of its own.
+  // `work` opens a connection of its own.
   static void beside(const std::function<void()>& work, const std::function<void()>& pause) {
-    auto done = std::async(std::launch::async, work);
-    constexpr std::chrono::milliseconds betweenPauses{20};
-    while (done.wait_for(betweenPauses) != std::future_status::ready) pause();
-    asDatabaseErrors([&] { done.get(); });
+    asDatabaseErrors([&] { runBeside(work, pause); });
   }
 
   std::unique_ptr<QTemporaryDir> folder_;  // goes last, when nothing is open in it any more
@@ -152,6 +167,7 @@ class EmbeddedDatabase : public Database {
   engine::Options options_;
   std::unique_ptr<engine::Connection> connection_;
   std::shared_ptr<ConnectionPool> pool_;
+  int settledPages_ = 0;  // of the log, at the last settling
 };
 
 }  // namespace

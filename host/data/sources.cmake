@@ -5,6 +5,7 @@ target_sources(goodsbookhost PRIVATE
   data/copy/database_copy.cpp data/copy/database_copy.h
   data/copy/row_literals.cpp data/copy/row_literals.h
   data/database.cpp data/database.h
+  data/beside.h
   data/retry.h
   data/server_check.cpp data/server_database.h
   data/odbc/blob_update.cpp data/odbc/blob_update.h

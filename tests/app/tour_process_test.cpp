@@ -29,8 +29,8 @@ TEST(TourProcess, EveryScreenHasItsPictures) {
     }
   }
   for (const QString& name :
-       {u"101-edit.png"_s, u"101-imp-read.png"_s, u"101-imp-read-small.png"_s, u"101-history.png"_s,
-        u"101-units-small.png"_s, u"101-barcodes.png"_s, u"101-regional-prices.png"_s,
+       {u"101-edit.png"_s, u"101-imp-read.png"_s, u"101-imp-read-small.png"_s, u"101-imp-done.png"_s,
+        u"101-history.png"_s, u"101-units-small.png"_s, u"101-barcodes.png"_s, u"101-regional-prices.png"_s,
         u"101-pictures-print.png"_s, u"112-filter.png"_s, u"107-rights.png"_s, u"main-tabs-dark.png"_s}) {
     EXPECT_TRUE(pictures.exists(name)) << name.toStdString();
   }

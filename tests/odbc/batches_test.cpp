@@ -70,6 +70,27 @@ TEST_F(BatchesTest, NoticesAreNoErrors) {
   EXPECT_EQ(rows(u"select count(*) from goods"_s), (Rows{{u"2"_s}}));
 }
 
+TEST_F(BatchesTest, ASaveThatTakesLongLeavesTheWindowAlive) {
+  run(u"create table SYS_AUDIT (AUDIT_TIME timestamp, USER_ID varchar(10), MODULE varchar(10), "
+      "KEY_VALUE varchar(100), OPERATION varchar(20), STATEMENT text, TOKEN varchar(40)); "
+      "create function getdate() returns timestamp language sql as 'select localtimestamp'; "
+      "insert into goods values (1,'a')"_s);
+  const auto other = open();
+  other->begin();
+  runSql(*other, u"update goods set name='b'"_s, Database::Permission::Owner);
+  int pauses = 0;
+  database().saveBeside(u"delete from goods"_s, {u"ADMIN"_s, u"101"_s, {}, u"Add"_s}, [&] {
+    if (++pauses == 3) other->rollback();
+  });
+  EXPECT_GE(pauses, 3);
+  EXPECT_EQ(rows(u"select count(*) from goods"_s), (Rows{{u"0"_s}}));
+  EXPECT_EQ(rows(u"select STATEMENT from SYS_AUDIT"_s), (Rows{{u"delete from goods"_s}}));
+  EXPECT_EQ(failure([&] {
+              database().saveBeside(u"delete from nowhere"_s, {u"ADMIN"_s, u"101"_s, {}, u"Add"_s}, [] {});
+            }).number,
+            208);
+}
+
 TEST_F(BatchesTest, ATransactionHoldsSeveralBatches) {
   {
     Transaction transaction(database());

@@ -6,6 +6,7 @@
 
 #include "engine/server_text.h"
 #include "host/data/audit_line.h"
+#include "host/data/beside.h"
 #include "host/data/odbc/blob_update.h"
 #include "host/data/odbc/connection_lost.h"
 #include "host/data/odbc/row_block.h"
@@ -190,6 +191,20 @@ void OdbcDatabase::saveOnce(const QString& batch, const AuditLine& line) {
       throw EConnectionLost(
           Texts::tr("与服务器 %1 的连接断开了，没有保存。请再保存一次。").arg(displayName()));
     }
+  }
+}
+
+// What is not known about a commit there has to be known here, where the next save asks.
+void OdbcDatabase::saveBeside(const QString& batch, const AuditLine& line,
+                              const std::function<void()>& pause) {
+  if (settlesDoubt(batch, line)) return;
+  std::optional<OdbcDatabase> other;
+  const auto work = [&] { other.emplace(pool_->target()).save(batch, line); };
+  try {
+    runBeside(work, pause);
+  } catch (...) {
+    if (other) doubtful_ = other->doubtful_;
+    throw;
   }
 }
 

@@ -24,6 +24,7 @@ class OdbcDatabase : public Database {
   void rollback() override;
   bool inTransaction() const override { return inTransaction_; }
   void save(const QString& batch, const AuditLine& line) override;
+  void saveBeside(const QString& batch, const AuditLine& line, const std::function<void()>& pause) override;
   int storeBlob(const QString& table, const QString& field, const QString& keyField, const QString& keyValue,
                 const QByteArray& bytes) override;
   const Dialect& dialect() const { return *dialect_; }

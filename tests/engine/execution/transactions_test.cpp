@@ -48,6 +48,49 @@ class TransactionsTest : public testing::Test {
   Nothing nothing;
 };
 
+TEST_F(TransactionsTest, RelaxedCommitsLeaveTheLogToWhoSettlesIt) {
+  const auto fileSize = [&] { return std::filesystem::file_size(file()); };
+  another()->settle();
+  const auto before = fileSize();
+  connection.setRelaxed(true);
+  constexpr int morePagesThanSqliteWaitsFor = 1200;
+  for (int i = 0; connection.logPages() < morePagesThanSqliteWaitsFor; ++i)
+    run(connection, "insert into D1801(WL_ID,WL_NAME) values('" + std::to_string(i) + "','x')");
+  EXPECT_EQ(fileSize(), before) << "a commit copied the log into the file";
+  EXPECT_TRUE(another()->settle());
+  EXPECT_GT(fileSize(), before);
+  run(connection, "insert into D1801(WL_ID) values('last')");
+  EXPECT_LT(connection.logPages(), 20) << "the log was not begun anew";
+  connection.setRelaxed(false);
+  EXPECT_EQ(firstText(*another(), "select WL_ID from D1801 where WL_ID='last'"), "last");
+}
+
+TEST_F(TransactionsTest, SettlingDoesNotWaitForReaders) {
+  run(connection, "insert into D1003(dw_id) values('1')");
+  {
+    const auto reader = connection.query("select dw_id from D1003");
+    ASSERT_TRUE(reader->next());
+    run(connection, "insert into D1003(dw_id) values('2')");
+    EXPECT_FALSE(another()->settle());
+  }
+  EXPECT_TRUE(another()->settle());
+  EXPECT_EQ(session.rows("select dw_id from D1003 order by 1"), (Rows{{"1"}, {"2"}}));
+}
+
+TEST_F(TransactionsTest, ASelectToItsEndLeavesTheTransactionAsItIs) {
+  connection.begin();
+  run(connection, "insert into D1003(dw_id) values('1')");
+  connection.query("select dw_id from D1003", nothing);
+  EXPECT_TRUE(connection.inTransaction());
+  EXPECT_EQ(errorOf([&] { connection.query("select nosuch from D1003", nothing); }), 207);
+  EXPECT_TRUE(connection.inTransaction());
+  connection.commit();
+  connection.query("select dw_id from D1003", nothing);
+  EXPECT_EQ(errorOf([&] { connection.query("delete from D1003", nothing); }), 40510);
+  EXPECT_FALSE(connection.inTransaction());
+  EXPECT_EQ(session.rows("select dw_id from D1003"), (Rows{{"1"}}));
+}
+
 TEST_F(TransactionsTest, AnErrorUndoesTheWholeBatch) {
   EXPECT_EQ(errorOf([&] {
               run(connection, "insert into D1003(dw_id) values('1');insert into D1003(dw_id) values('1')");

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <thread>
 
 #include "host/data/database.h"
@@ -118,6 +119,30 @@ TEST(EmbeddedDatabase, BytesGoIntoOneCell) {
   EXPECT_EQ(shop.database().storeBlob(u"D1801"_s, u"pict"_s, u"WL_ID"_s, u"none"_s, picture), 0);
   EXPECT_EQ(shop.database().storeBlob(u"D1801"_s, u"pict"_s, u"WL_ID"_s, u"甲'1"_s, {}), 1);
   EXPECT_EQ(shop.ask(u"select pict from d1801"_s), u"-"_s);
+}
+
+TEST(EmbeddedDatabase, ALongRunOfRelaxedCommitsKeepsItsLogWithinBounds) {
+  TestSession shop;
+  shop.run(u"insert into d1801(wl_id,wl_name) values('1','x')"_s);
+  const auto logSize = [&] { return QFileInfo(shop.file() + u"-wal"_s).size(); };
+  constexpr qint64 megabyte = 1024 * 1024;
+  int pauses = 0;
+  const auto pause = [&] { ++pauses; };
+  RelaxedCommits relaxed(shop.database());
+  for (int i = 0; i < 20; ++i) {
+    shop.database().storeBlob(u"d1801"_s, u"pict"_s, u"wl_id"_s, u"1"_s,
+                              QByteArray(4 * megabyte, static_cast<char>('a' + i)));
+    relaxed.keepUp(pause);
+  }
+  EXPECT_GT(logSize(), 40 * megabyte) << "too little was written to show anything";
+  EXPECT_LT(logSize(), 76 * megabyte);
+  EXPECT_GT(pauses, 0);
+  const int before = pauses;
+  relaxed.keepUp(pause);
+  EXPECT_EQ(pauses, before) << "nothing was committed since";
+  relaxed.finish(pause);
+  EXPECT_EQ(openEmbeddedDatabase(shop.file(), {.create = false})->displayName(), u"shop.db"_s);
+  EXPECT_EQ(shop.ask(u"select count(*) from d1801 where pict is not null"_s), u"1"_s);
 }
 
 TEST(EmbeddedDatabase, ListsLoadInSlices) {
