@@ -236,12 +236,12 @@ TEST_F(SheetReader, AQuoteThatIsNeverClosedIsDamage) {
 // goes its own way: halves under a fixed denominator go down there and away from zero here, times are cut
 // there and rounded here, and days before March 1900 are counted otherwise.
 TEST_F(SheetReader, CellsAreShownAsLibreOfficeShowsThem) {
-  const auto lines = [](const char16_t* name) {
-    return QString::fromStdString(shown(fixture(QString(name)), 3)).split(u'\n');
+  const auto lines = [](const QString& name) {
+    return QString::fromStdString(shown(fixture(name), 3)).split(u'\n');
   };
-  const QStringList recorded = lines(u"displayed.csv");
+  const QStringList recorded = lines(u"displayed.csv"_s);
   EXPECT_EQ(recorded.size(), 578);
-  for (const char16_t* name : {u"displayed.xlsx", u"displayed.xls"}) {
+  for (const QString& name : {u"displayed.xlsx"_s, u"displayed.xls"_s}) {
     const QStringList ours = lines(name);
     ASSERT_EQ(ours.size(), recorded.size());
     for (qsizetype i = 0; i < ours.size(); ++i) EXPECT_EQ(ours[i].toStdString(), recorded[i].toStdString());
