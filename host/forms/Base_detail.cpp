@@ -57,7 +57,7 @@ void TFrm_Base_Detail::watchRow() {
   if (!fillsFromList) return;
   QStringList columns;
   for (const FieldSet::Bound& field : fields().all()) columns << field.spec.column;
-  rowGuard_.bringUpToDate(listRows(), columns);
+  rowGuard_.bringUpToDate(listRows(), listStatement_, columns);
 }
 
 void TFrm_Base_Detail::openFilled() {

@@ -24,6 +24,9 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public OkCancelScreen {
   // When RefreshData aborts, the editor does not open.
   virtual bool InitForm(const QString& mode, RecordSet& listRows);
 
+  // How the list reads its rows: in "Edit" its row is read again before the editor fills itself from it.
+  void setListStatement(const QString& select) { listStatement_ = select; }
+
   // The way in for documents: opens in "Add" over rows that are not a list of this kind. No row is appended
   // for it: the screen's SaveData does what is wanted. Returns at once, with the screen shown modally.
   virtual void SetStatus(RecordSet& rows);
@@ -70,7 +73,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public OkCancelScreen {
   void openFilled();
 
   RecordSet* listRows_ = nullptr;
-  QString mode_;
+  QString mode_, listStatement_;
   RowGuard rowGuard_;
   bool modified_ = false;
   bool saved_ = false;

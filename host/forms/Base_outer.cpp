@@ -16,6 +16,7 @@ bool TFrm_Base_Outer::onRow() const {
 void TFrm_Base_Outer::openEditor(const QString& mode) {
   if (!editor() || (mode != "Add"_L1 && !onRow())) return;
   const QPointer<TFrm_Base_Outer> self = this;
+  editor()->setListStatement(listStatement());
   editor()->InitForm(mode, AdoQry_Main);
   if (self) DBGridEh->setFocus();
 }

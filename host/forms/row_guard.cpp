@@ -6,6 +6,7 @@
 #include "host/U_function.h"
 #include "host/data/record_set.h"
 #include "host/forms/Base_common.h"
+#include "host/forms/list_statement.h"
 #include "host/forms/table_relations.h"
 #include "host/session.h"
 
@@ -25,8 +26,12 @@ SqlSet read(const QString& select) {
   return answer.sets.empty() ? SqlSet() : std::move(answer.sets.front());
 }
 
+QString isRow(const QString& column, const QString& key) {
+  return column + u'=' + QuotedStr(key);
+}
+
 QString selectOf(const QString& table, const QString& column, const QString& key) {
-  return u"select * from "_s + table + u" where "_s + column + u'=' + QuotedStr(key);
+  return u"select * from "_s + table + u" where "_s + isRow(column, key);
 }
 
 // The row with the same key in `rows`; without a key column the only row.
@@ -71,6 +76,13 @@ bool holds(const RecordSet& list, const QString& column, const QVariant& text) {
   return converted.value(column) == list.value(column);
 }
 
+// Into the current row, unless it is there.
+void take(RecordSet& list, const QString& column, const std::optional<QString>& text) {
+  if (!list.hasField(column)) return;
+  const QVariant now = text ? QVariant(*text) : QVariant();
+  if (!holds(list, column, now)) list.setValue(column, now);
+}
+
 // Columns as the screen's labels call them; those that it does not show are left out.
 QStringList asLabels(TFrm_Base_Common& screen, const QStringList& columns) {
   QStringList labels;
@@ -99,17 +111,23 @@ void RowGuard::watch(const TFrm_Base_Common& screen, const QString& key) {
                       .mark = owned->mark});
   }
   for (Part& part : parts_) part.found = read(part.select);
+  condition_ = isRow(place->table + u'.' + place->keyColumn, key);
 }
 
-void RowGuard::bringUpToDate(RecordSet& list, const QStringList& columns) const {
-  for (const Part& part : parts_) {
-    const Row* row = rowShown(part.found, indexOf(part.found, part.mark));
-    for (std::size_t i = 0; row && i < row->size(); ++i) {
-      const QString& column = part.found.columns[i];
-      const bool shown = columns.contains(column, Qt::CaseInsensitive) && list.hasField(column);
-      if (!shown || isKeptByOthers(part.table, column)) continue;
-      const QVariant now = (*row)[i] ? QVariant(*(*row)[i]) : QVariant();
-      if (!holds(list, column, now)) list.setValue(column, now);
+void RowGuard::bringUpToDate(RecordSet& list, const QString& statement, const QStringList& columns) const {
+  if (parts_.empty()) return;
+  const SqlSet listed = statement.trimmed().isEmpty() ? SqlSet() : read(withCondition(statement, condition_));
+  if (listed.rows.size() == 1) {
+    for (std::size_t i = 0; i < listed.columns.size(); ++i)
+      take(list, listed.columns[i], listed.rows.front()[i]);
+  } else {
+    for (const Part& part : parts_) {
+      const Row* row = rowShown(part.found, indexOf(part.found, part.mark));
+      for (std::size_t i = 0; row && i < row->size(); ++i) {
+        const QString& column = part.found.columns[i];
+        if (columns.contains(column, Qt::CaseInsensitive) && !isKeptByOthers(part.table, column))
+          take(list, column, (*row)[i]);
+      }
     }
   }
   if (list.state() == RecordSet::State::Edit) list.post();
@@ -123,6 +141,7 @@ void RowGuard::watchRows(const QString& owner, const QString& rows, const QStrin
 
 void RowGuard::forget() {
   parts_.clear();
+  condition_.clear();
 }
 
 QStringList RowGuard::differences(const Part& part, const SqlSet& after) {

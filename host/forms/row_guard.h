@@ -23,9 +23,10 @@ class GOODSBOOKHOST_EXPORT RowGuard {
   void watchRows(const QString& owner, const QString& rows, const QString& rowKey, const QString& list);
   void forget();
 
-  // Brings these fields of the list's current row to what watch() found, so that an editor that fills itself
-  // from a list read long ago does not write old values back.
-  void bringUpToDate(RecordSet& list, const QStringList& columns) const;
+  // Brings the list's current row up to date, so that an editor that fills itself from a list read long ago
+  // does not write old values back: reads it again by `statement`, the list's, names of codes included. A row
+  // that the list would not show now gets these columns as watch() found them.
+  void bringUpToDate(RecordSet& list, const QString& statement, const QStringList& columns) const;
 
   // Before a save: tells when the row is gone, asks when it was changed, and throws EAbort unless the user
   // wants to save all the same. `shown` is what messages call the row.
@@ -45,6 +46,7 @@ class GOODSBOOKHOST_EXPORT RowGuard {
   static QStringList differences(const Part& part, const SqlSet& after);
 
   std::vector<Part> parts_;  // the row itself first
+  QString condition_;        // that finds the row in statements that join its table
 };
 
 }  // namespace goodsbook
