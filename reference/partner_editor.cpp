@@ -73,6 +73,7 @@ void PartnerEditor::declareFields() {
                 .limit = 4,
                 .check = FieldCheck::Id,
                 .column = u"YW_ID"_s,
+                .stored = u"KM_IDA"_s,
                 .nameLabel = u"YW_NAME"_s,
                 .nameColumn = u"YW_NAME"_s});
   }

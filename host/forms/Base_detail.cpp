@@ -54,10 +54,7 @@ void TFrm_Base_Detail::watchRow() {
   const QString key = bodyParam(bodyparam::keyField);
   if (mode_ != "Edit"_L1 || !listRows().hasField(key)) return;
   rowGuard_.watch(*this, listRows().text(key));
-  if (!fillsFromList) return;
-  QStringList columns;
-  for (const FieldSet::Bound& field : fields().all()) columns << field.spec.column;
-  rowGuard_.bringUpToDate(listRows(), listStatement_, columns);
+  if (fillsFromList) rowGuard_.bringUpToDate(listRows(), listStatement_, fields());
 }
 
 void TFrm_Base_Detail::openFilled() {

@@ -41,6 +41,7 @@ struct FieldSpec {
   std::function<void()> exit = {};
   bool code = false;       // OK runs `exit` first if the text has not passed it since it was changed
   QString column = {};     // field of the record set that it shows
+  QString stored = {};     // column of the table that it is saved into, where that has another name
   QString nameLabel = {};  // lookups: element name of the label with the code's name
   QString nameColumn = {};
   const LookupTable* lookup = nullptr;  // lookups: where the codes come from (a picker's init sets it too)

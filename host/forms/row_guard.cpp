@@ -8,6 +8,7 @@
 #include "host/forms/Base_common.h"
 #include "host/forms/list_statement.h"
 #include "host/forms/table_relations.h"
+#include "host/lookup/lookup_table.h"
 #include "host/session.h"
 
 using namespace Qt::StringLiterals;
@@ -87,8 +88,10 @@ void take(RecordSet& list, const QString& column, const std::optional<QString>& 
 QStringList asLabels(TFrm_Base_Common& screen, const QStringList& columns) {
   QStringList labels;
   for (const FieldSet::Bound& field : screen.fields().all()) {
-    if (!columns.contains(field.spec.column, Qt::CaseInsensitive)) continue;
-    QString label = field.spec.label.isEmpty() ? screen.labelOf(field.widget) : field.spec.label;
+    const QString& column = field.spec.stored.isEmpty() ? field.spec.column : field.spec.stored;
+    if (!columns.contains(column, Qt::CaseInsensitive)) continue;
+    QString label = field.spec.rowLabel.isEmpty() ? field.spec.label : field.spec.rowLabel;
+    if (label.isEmpty()) label = screen.labelOf(field.widget);
     label.remove(u' ').remove(u'\u3000').remove(u'&');
     while (label.endsWith(u':') || label.endsWith(u'：')) label.chop(1);
     addOnce(labels, label);
@@ -114,23 +117,37 @@ void RowGuard::watch(const TFrm_Base_Common& screen, const QString& key) {
   condition_ = isRow(place->table + u'.' + place->keyColumn, key);
 }
 
-void RowGuard::bringUpToDate(RecordSet& list, const QString& statement, const QStringList& columns) const {
+void RowGuard::bringUpToDate(RecordSet& list, const QString& statement, const FieldSet& fields) const {
   if (parts_.empty()) return;
   const SqlSet listed = statement.trimmed().isEmpty() ? SqlSet() : read(withCondition(statement, condition_));
   if (listed.rows.size() == 1) {
     for (std::size_t i = 0; i < listed.columns.size(); ++i)
       take(list, listed.columns[i], listed.rows.front()[i]);
   } else {
-    for (const Part& part : parts_) {
-      const Row* row = rowShown(part.found, indexOf(part.found, part.mark));
-      for (std::size_t i = 0; row && i < row->size(); ++i) {
-        const QString& column = part.found.columns[i];
-        if (columns.contains(column, Qt::CaseInsensitive) && !isKeptByOthers(part.table, column))
-          take(list, column, (*row)[i]);
+    takeFound(list, fields);
+  }
+  if (list.state() == RecordSet::State::Edit) list.post();
+}
+
+void RowGuard::takeFound(RecordSet& list, const FieldSet& fields) const {
+  for (const Part& part : parts_) {
+    const Row* row = rowShown(part.found, indexOf(part.found, part.mark));
+    for (std::size_t i = 0; row && i < row->size(); ++i) {
+      const QString& column = part.found.columns[i];
+      const bool ofRowItself = &part == &parts_.front() || indexOf(parts_.front().found, column) < 0;
+      if (!ofRowItself || isKeptByOthers(part.table, column)) continue;
+      take(list, column, (*row)[i]);
+      for (const FieldSet::Bound& field : fields.all()) {
+        if (field.spec.stored.compare(column, Qt::CaseInsensitive) == 0)
+          take(list, field.spec.column, (*row)[i]);
       }
     }
   }
-  if (list.state() == RecordSet::State::Edit) list.post();
+  for (const FieldSet::Bound& field : fields.all()) {
+    const auto* code = qobject_cast<const TExtEdit*>(field.widget);
+    if (code && code->lookup() && list.hasField(field.spec.column))
+      take(list, field.spec.nameColumn, code->lookup()->nameOf(list.text(field.spec.column)));
+  }
 }
 
 void RowGuard::watchRows(const QString& owner, const QString& rows, const QString& rowKey,

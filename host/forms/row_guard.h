@@ -9,6 +9,7 @@
 
 namespace goodsbook {
 
+class FieldSet;
 class RecordSet;
 class TFrm_Base_Common;
 
@@ -25,8 +26,9 @@ class GOODSBOOKHOST_EXPORT RowGuard {
 
   // Brings the list's current row up to date, so that an editor that fills itself from a list read long ago
   // does not write old values back: reads it again by `statement`, the list's, names of codes included. A row
-  // that the list would not show now gets these columns as watch() found them.
-  void bringUpToDate(RecordSet& list, const QString& statement, const QStringList& columns) const;
+  // that the list would not show now gets its columns as watch() found them, and the names of the codes in
+  // `fields`.
+  void bringUpToDate(RecordSet& list, const QString& statement, const FieldSet& fields) const;
 
   // Before a save: tells when the row is gone, asks when it was changed, and throws EAbort unless the user
   // wants to save all the same. `shown` is what messages call the row.
@@ -41,6 +43,8 @@ class GOODSBOOKHOST_EXPORT RowGuard {
     QString mark = {};    // column set in the row that the list shows; empty: the first
     SqlSet found = {};
   };
+
+  void takeFound(RecordSet& list, const FieldSet& fields) const;
 
   // The columns whose values differ, and the part's list when there are rows on one side only.
   static QStringList differences(const Part& part, const SqlSet& after);

@@ -133,6 +133,90 @@ TEST_P(Conflict, WithoutAChangeNothingIsAsked) {
   EXPECT_EQ(sql(u"select count(*) as n from SYS_AUDIT"_s), (Table{{u"1"_s}}));
 }
 
+class Stale : public ScreenTest {
+ protected:
+  void SetUp() override {
+    ScreenTest::SetUp();
+    sql(u"insert into D1002 (addr_ID,addr_NAME,OID) values ('01','本地','Z'),('02','外地','Z');"
+        "insert into D1011 (SEND_ID,SEND_NAME) values ('1','自提'),('2','快递');"
+        "insert into D1008 (BM_ID,BM_NAME,OID) values ('1','仓储','Z'),('2','销售','Z');"
+        "insert into D1101 (YW_ID,YW_NAME,BM_ID,T) values ('Y1','张三','1',0),('Y2','李四','1',0);"
+        "insert into D1102 (KH_GYS_ID,KG_NAME,GRADE,ADDR_ID,SEND_ID,KM_IDA) values ('1','客一','1','01','1','Y1');"
+        "insert into D6801 values ('1001','现金'),('1002','银行存款');"
+        "insert into D1010 (jy_id,jy_name,classid,km_id,qcmoney) values ('1','工行',1,'1002',0)"_s);
+  }
+  void openList(int module) {
+    open(module);
+    rows(u"DBGridEh"_s);
+  }
+  QString row(const QString& field) { return rows(u"DBGridEh"_s)[0][field].toString(); }
+};
+
+TEST_F(Stale, ACustomersCodesAndNamesComeUpToDate) {
+  openList(113);
+  sql(u"update D1102 set KM_IDA='Y2',ADDR_ID='02',SEND_ID='2'"_s);
+  act(u"Act_Edit"_s);
+  EXPECT_EQ(text(u"YW_ID"_s) + text(u"YW_NAME"_s), u"Y2李四"_s);
+  EXPECT_EQ(text(u"addr_id"_s) + text(u"ADDR_NAME"_s), u"02外地"_s);
+  EXPECT_EQ(text(u"SEND_ID"_s) + text(u"SEND_NAME"_s), u"2快递"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(sql(u"select KM_IDA,ADDR_ID,SEND_ID from D1102"_s), (Table{{u"Y2"_s, u"02"_s, u"2"_s}}));
+  EXPECT_EQ(row(u"YW_NAME"_s) + row(u"ADDR_NAME"_s) + row(u"SEND_NAME"_s), u"李四外地快递"_s);
+}
+
+TEST_F(Stale, ACustomerWhomTheListWouldNotShowComesUpToDateToo) {
+  openList(113);
+  sql(u"update D1102 set KM_IDA='Y2',SEND_ID='2',NOTE='新';delete from D1002"_s);
+  act(u"Act_Edit"_s);
+  EXPECT_EQ(text(u"YW_ID"_s) + text(u"YW_NAME"_s), u"Y2李四"_s);
+  EXPECT_EQ(text(u"SEND_ID"_s) + text(u"SEND_NAME"_s), u"2快递"_s);
+  EXPECT_EQ(text(u"addr_id"_s) + text(u"ADDR_NAME"_s), u"01"_s);
+  EXPECT_EQ(text(u"Edit9"_s), u"新"_s);
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(Stale, AnAccountsTypeComesUpToDate) {
+  openList(122);
+  sql(u"update D1010 set classid=0,km_id='1001'"_s);
+  act(u"Act_Edit"_s);
+  EXPECT_TRUE(get(u"RB2"_s)["checked"_L1].toBool());
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(sql(u"select classid from D1010"_s), (Table{{u"0"_s}}));
+  EXPECT_EQ(row(u"CLSNAME"_s), u"现金"_s);
+}
+
+TEST_F(Stale, AStaffMembersDepartmentComesUpToDate) {
+  openList(112);
+  sql(u"update D1101 set BM_ID='2'"_s);
+  act(u"Act_Edit"_s);
+  EXPECT_EQ(text(u"BM_ID"_s) + text(u"bm_NAME"_s), u"2销售"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(row(u"BM_NAME"_s), u"销售"_s);
+}
+
+TEST_F(Stale, TheQuestionNamesFieldsThatAreStoredUnderAnotherName) {
+  struct Case {
+    int module;
+    QString change, question;
+  };
+  for (const Case& one : {Case{113, u"update D1102 set KM_IDA='Y2'"_s,
+                               u"【1 客一】打开后已被其他用户修改：业务员。\r\n是否仍然保存?"_s},
+                          Case{122, u"update D1010 set classid=0"_s,
+                               u"【1 工行】打开后已被其他用户修改：类型。\r\n是否仍然保存?"_s}}) {
+    SCOPED_TRACE(one.module);
+    openList(one.module);
+    act(u"Act_Edit"_s);
+    sql(one.change);
+    answer({u"n"_s});
+    click(u"btn_ok"_s);
+    EXPECT_EQ(messages(), Lines{one.question});
+    click(u"btn_Cancel"_s);
+    done({{u"cmd"_s, u"close"_s}});
+  }
+}
+
 struct Used {
   const char* name;
   int module;
