@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "schema/sample/sample.h"
 
 namespace goodsbook {
@@ -9,11 +11,14 @@ class Database;
 // How schema/sample writes into a database: as its owner, initials from the host.
 sample::Tools sampleTools(Database& database);
 
-// Whether none of the tables concerned has a row.
-bool isEmptyShop(Database& database);
+// The parts of the starting set whose tables have no row yet.
+std::vector<sample::StartingPart> missingStartingParts(Database& database);
 
-// On the first start of an empty shop: asks, and puts there what a new shop starts with. Asks again at the
-// next start as long as none of the tables concerned has a row.
-void offerStartingSet(Database& database);
+// Asks whether to put there what is missing of the starting set; tables with rows stay as they are. False
+// when nothing is missing, and nothing was asked.
+bool offerStartingSet(Database& database);
+
+// The same once for every database, at its first start; later it is a matter of the menu.
+void offerStartingSetOnFirstStart(Database& database);
 
 }  // namespace goodsbook

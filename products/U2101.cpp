@@ -81,7 +81,8 @@ TF2101::TF2101(QWidget* owner) : TFrm_Base_Outer(owner) {
                                       .shortcut = QKeySequence(Qt::CTRL | Qt::Key_I),
                                       .icon = u"document-import"_s,
                                       .execute = [this] { Act_impExecute(); },
-                                      .before = u"Act_Filter"_s});
+                                      .before = u"Act_Filter"_s,
+                                      .left = 215});
   ToolBar->widgetForAction(imports)->setObjectName(u"TlBtn_IMP"_s);
   setActionShown(u"Act_imp"_s, false);
   QAction* merges = addScreenAction({.name = u"Act_hb"_s,

@@ -11,7 +11,6 @@
 #include "host/data/errors.h"
 #include "host/lookup/pickers.h"
 #include "host/session.h"
-#include "products/U2101_2.h"
 #include "products/U2101_sj.h"
 #include "products/U2101_tm.h"
 #include "products/picture.h"
@@ -38,8 +37,7 @@ void runUnitDialog(QWidget* owner, const QString& adw, bool readOnly) {
 
 }  // namespace
 
-TF2101_1::TF2101_1(QWidget* owner) : TFrm_Base_Detail(owner), units_(DataSetDJ) {
-  setWindowTitle(tr("商品基本资料"));
+TF2101_1::TF2101_1(QWidget* owner) : ProductEditor(owner), units_(DataSetDJ) {
   DataSetDJ.setObjectName(u"DataSetDJ"_s);
   AdoQry_Pict.setObjectName(u"AdoQry_Pict"_s);
   resize(880, 560);
@@ -50,11 +48,11 @@ TF2101_1::TF2101_1(QWidget* owner) : TFrm_Base_Detail(owner), units_(DataSetDJ) 
 
 void TF2101_1::FormClose() {
   QSettings(settingsFile(), QSettings::IniFormat).setValue(rememberedStyle, singleUnit_ ? 1 : 0);
-  TFrm_Base_Detail::FormClose();
+  ProductEditor::FormClose();
 }
 
 QString TF2101_1::helpText() const {
-  return TFrm_Base_Detail::helpText() +
+  return ProductEditor::helpText() +
          tr("\nF6  一种单位/多种单位\nIns、Ctrl+Del  表格中增加、删除一种单位\nF7、Shift+F7  打开、清除图片\nF8  全部显示图片\nCtrl+S  另存图片\nF11  更改记录");
 }
 
@@ -80,25 +78,17 @@ void TF2101_1::RefreshData() {
   DBGridEh1->setReadOnly(isReadOnly());
   DBGridEh1->setAllowAppend(!isReadOnly());
   refreshPicture();
-  TFrm_Base_Detail::RefreshData();
+  ProductEditor::RefreshData();
 }
 
 void TF2101_1::refreshHeader() {
   if (mode() == "Add"_L1) {
-    setText(u"user_name"_s, G_UserName);
-    setText(u"BDATE"_s, Session::current().desktop().now().toString(u"yyyy-MM-dd HH:mm:ss "_s));
-    setText(u"EDATE"_s, {});
-    setChecked(u"YS"_s, true);
-    setChecked(u"check_kc"_s, true);
+    showNew();
     for (const QString& name : {u"TM"_s, u"SJ"_s, u"VIPSJ"_s, u"pfj"_s, u"CGJ"_s, u"DJ"_s})
       setText(name, u"0"_s);
   } else {
-    const QString day = u"yyyy-MM-dd"_s;
-    const QDateTime created = listRows().value(u"BDATE"_s).toDateTime();
-    const QDateTime changed = listRows().value(u"EDATE"_s).toDateTime();
     setText(u"user_name"_s, listRows().text(u"USER_NAME"_s));
-    setText(u"BDATE"_s, created.toString(day));
-    setText(u"EDATE"_s, changed.isValid() ? changed.toString(day) : QString());
+    showDates(true);
   }
   if (mode() == "CopyAdd"_L1) {
     setText(u"Edit1"_s, {});
@@ -118,30 +108,9 @@ void TF2101_1::refreshPicture() {
 }
 
 void TF2101_1::Edit1Exit() {
-  TCustomDBEditEh* code = edit(u"Edit1"_s);
-  if (GPARAM0 && isAdding() && code->text() == tr("自动编号"))
-    return;  // its number is drawn when it is saved
-  if (GPARAM0 && code->text().trimmed().isEmpty()) {
-    if (GPARAM1 && text(u"CLASS_ID"_s).isEmpty()) return;
-    setText(u"Edit1"_s, GetNOID(moduleCode_, GPARAM1 ? text(u"CLASS_ID"_s) : QString(), GPARAM2));
-  }
-  CheckBlankInstr(code, tr("商品编号"));
-  CheckText(code, tr("商品编号"));
-  CheckBlank(code);
-  opensql(AdoQry_Tmp, moduleCode_, u"select wl_id from D1801 where wl_id='"_s + code->text() + u'\'');
-  if (AdoQry_Tmp.isEmpty()) return;
-  DISPINFO(tr("商品编号已登记!"), 5);
-  throw EAbort();
-}
-
-void TF2101_1::BTN_CHANGEClick() {
-  if (isAdding()) {
-    DISPINFO(tr("【增加】的状态下无更改记录,您应该在【修改/查看】状态下浏览更改记录!"), 5);
-    return;
-  }
-  TF2101_2 history(this);
-  history.init(text(u"Edit1"_s));
-  history.exec();
+  // Such a number is drawn when it is saved.
+  if (GPARAM0 && isAdding() && text(u"Edit1"_s) == tr("自动编号")) return;
+  ProductEditor::Edit1Exit();
 }
 
 void TF2101_1::unitButtonClick(int row, const QString& field) {
@@ -177,16 +146,13 @@ void TF2101_1::removeUnitRow() {
 }
 
 void TF2101_1::FormKeyDown(QKeyEvent* event) {
-  if (event->key() == Qt::Key_F11) {
-    event->accept();
-    BTN_CHANGEClick();
-  } else if (event->key() == Qt::Key_F6) {
+  if (event->key() == Qt::Key_F6) {
     event->accept();
     const bool wasInUnits = focusWidget() && unitPages_->isAncestorOf(focusWidget());
     setSingleUnit(!singleUnit_);
     if (wasInUnits) (singleUnit_ ? static_cast<QWidget*>(lookupEdit(u"dw_id"_s)) : DBGridEh1)->setFocus();
   } else {
-    TFrm_Base_Detail::FormKeyDown(event);
+    ProductEditor::FormKeyDown(event);
   }
 }
 

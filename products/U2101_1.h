@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/controls/TDBGridEh.h"
-#include "host/forms/Base_detail.h"
+#include "products/product_editor.h"
 #include "products/unit_rows.h"
 
 class QStackedWidget;
@@ -12,7 +12,7 @@ class LookupPicker;
 class PictureLabel;
 
 // Products: the editor, with one unit typed into fields or several in a grid.
-class TF2101_1 : public TFrm_Base_Detail {
+class TF2101_1 : public ProductEditor {
   Q_OBJECT
 
  public:
@@ -21,6 +21,7 @@ class TF2101_1 : public TFrm_Base_Detail {
  protected:
   void RefreshData() override;
   void SaveData() override;
+  void Edit1Exit() override;
   void FormKeyDown(QKeyEvent* event) override;
   void FormClose() override;  // remembers the input style
   QString helpText() const override;
@@ -35,8 +36,6 @@ class TF2101_1 : public TFrm_Base_Detail {
   void refreshHeader();
   void refreshPicture();
 
-  void Edit1Exit();
-  void BTN_CHANGEClick();
   void unitButtonClick(int row, const QString& field);
   void pickUnit();
   void addUnitRow();
@@ -49,7 +48,6 @@ class TF2101_1 : public TFrm_Base_Detail {
   void setPicture(const QVariant& bytes);
 
   void drawNumber();  // what an automatic number stands for becomes one
-  void refuseWithdrawnNegativeStock();
   QString headerStatements() const;
   QString unitStatements();
   QString closingStatements() const;
@@ -62,7 +60,6 @@ class TF2101_1 : public TFrm_Base_Detail {
   TDBGridEh* DBGridEh1 = nullptr;
   PictureLabel* Image1 = nullptr;
   QStackedWidget* unitPages_ = nullptr;
-  QPushButton* BTN_CHANGE = nullptr;
   LookupPicker* gridUnitPicker_ = nullptr;
   bool singleUnit_ = true;
 };

@@ -1,13 +1,14 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QKeySequence>
 #include <QMenu>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QStackedWidget>
 
 #include "host/U_glo.h"
 #include "host/forms/form_builder.h"
-#include "host/lookup/pickers.h"
 #include "products/U2101_1.h"
 #include "products/picture.h"
 
@@ -44,34 +45,9 @@ void TF2101_1::buildHeader() {
   auto* top = new QHBoxLayout;
   auto* area = new QWidget(body());
   FormBuilder header(*this, area);
-  header.fields({
-      {.name = u"Edit1"_s,
-       .label = tr("商品编号"),
-       .limit = 20,
-       .upper = true,
-       .exit = [this] { Edit1Exit(); },
-       .code = true,
-       .column = u"WL_ID"_s},
-      {.name = u"Edit2"_s, .label = tr("商品名称"), .limit = 80, .column = u"WL_NAME"_s},
-      {.name = u"Edit3"_s, .label = tr("规    格"), .limit = 40, .column = u"WL_GG"_s},
-      {.name = u"CLASS_ID"_s,
-       .label = tr("商品分类"),
-       .kind = FieldKind::Lookup,
-       .limit = 4,
-       .check = FieldCheck::Id,
-       .column = u"CLASS_ID"_s,
-       .nameLabel = u"CLASS_NAME"_s,
-       .nameColumn = u"CLASS_NAME"_s},
-      {.name = u"YS"_s, .label = tr("有效"), .kind = FieldKind::Check, .column = u"WL_YS"_s},
-      {.name = u"check_kc"_s,
-       .label = tr("允许该商品为负库存"),
-       .kind = FieldKind::Check,
-       .column = u"CHECK_KC"_s,
-       .sameRow = true},
-      {.name = u"CD"_s, .label = tr("产    地"), .limit = 50, .column = u"CD"_s},
-      {.name = u"NOTE"_s, .label = tr("备    注"), .limit = 100, .column = u"NOTE"_s},
-  });
-  (new TFrm_Sys_LINK_CL(this))->init(lookupEdit(u"CLASS_ID"_s));
+  header.fields({productField(u"Edit1"_s), productField(u"Edit2"_s), productField(u"Edit3"_s),
+                 productField(u"CLASS_ID"_s), productField(u"YS"_s), productField(u"check_kc"_s, true),
+                 productField(u"CD"_s), productField(u"NOTE"_s)});
   top->addWidget(area, 1);
   top->addWidget(buildPicture());
 
@@ -93,9 +69,8 @@ void TF2101_1::buildHeader() {
   form.wide(foot);
   alignLabels(area, labelWidth());
   alignLabels(foot, labelWidth());
-  BTN_CHANGE = makeButton(u"BTN_CHANGE"_s, tr("更改记录(F11)"));
-  buttonRow()->insertWidget(0, BTN_CHANGE);
-  onClick(BTN_CHANGE, [this] { BTN_CHANGEClick(); });
+  attachPickers();
+  makeChangeButton();
 }
 
 int TF2101_1::labelWidth() const {
@@ -135,29 +110,18 @@ QWidget* TF2101_1::buildSingleUnit() {
                      .width = 120,
                      .sameRow = sameRow};
   };
+  FieldSpec barcode = productField(u"TM"_s, true);
+  barcode.width = 240;
   FormBuilder(*this, area)
       .fields({
-          {.name = u"dw_id"_s,
-           .label = tr("单    位"),
-           .kind = FieldKind::Lookup,
-           .limit = 2,
-           .check = FieldCheck::Id,
-           .column = u"DW_ID"_s,
-           .nameLabel = u"DW_NAME"_s,
-           .nameColumn = u"DW_NAME"_s},
-          {.name = u"TM"_s,
-           .label = tr("条    码"),
-           .limit = 30,
-           .column = u"TM"_s,
-           .width = 240,
-           .sameRow = true},
+          productField(u"dw_id"_s),
+          barcode,
           price(u"SJ"_s, tr("零 售 价"), u"SJ"_s, false),
           price(u"VIPSJ"_s, tr("会 员 价"), u"VIPSJ"_s, true),
           price(u"pfj"_s, tr("批 发 价"), u"PFJ"_s, false),
           price(u"CGJ"_s, tr("采 购 价"), u"CGJ"_s, true),
           {.name = u"DJ"_s, .label = tr("加 权 价"), .kind = FieldKind::Value, .column = u"DJ"_s},
       });
-  (new TFrm_Sys_LINK_DW(this))->init(nullptr, nullptr, lookupEdit(u"dw_id"_s), nullptr, {}, {}, {});
   alignLabels(area, labelWidth());
   return page;
 }
@@ -167,27 +131,30 @@ QWidget* TF2101_1::buildUnitGrid() {
   DBGridEh1->setObjectName(u"DBGridEh1"_s);
   const auto number = [](const QString& field, const QString& title) {
     return GridColumn{
-        .field = field, .title = title, .width = 74, .readOnly = false, .displayFormat = openPriceFormat()};
+        .field = field, .title = title, .width = 70, .readOnly = false, .displayFormat = openPriceFormat()};
   };
   DBGridEh1->setColumns({
-      {.field = u"T"_s, .title = tr("主单位"), .width = 50, .readOnly = false, .checkBox = true},
+      {.field = u"T"_s, .title = tr("主单位"), .width = 48, .readOnly = false, .checkBox = true},
       {.field = u"DW_ID"_s,
        .title = tr("单位代号"),
-       .width = 64,
+       .width = 62,
        .readOnly = false,
        .upperCase = true,
        .ellipsis = true},
-      {.field = u"dw_name"_s, .title = tr("单位"), .width = 54},
-      {.field = u"ABASE"_s, .title = tr("转换率"), .width = 74, .readOnly = false, .decimalPlaces = 8},
+      {.field = u"dw_name"_s, .title = tr("单位"), .width = 48},
+      {.field = u"ABASE"_s, .title = tr("转换率"), .width = 66, .readOnly = false, .decimalPlaces = 8},
       number(u"SJ"_s, tr("零售价")),
       number(u"VIPSJ"_s, tr("会员价")),
       number(u"PFJ"_s, tr("批发价")),
       number(u"CGJ"_s, tr("采购价")),
-      {.field = u"TM"_s, .title = tr("条码"), .width = 120, .readOnly = false},
+      {.field = u"TM"_s, .title = tr("条码"), .width = 110, .readOnly = false},
       {.field = u"Y"_s, .title = tr("年"), .width = 36, .visible = false},
-      {.field = tr("多条码"), .title = tr("多条码"), .width = 60, .button = true},
-      {.field = tr("区域售价"), .title = tr("区域售价"), .width = 70, .button = true},
+      {.field = tr("多条码"), .title = tr("多条码"), .width = 56, .button = true},
+      {.field = tr("区域售价"), .title = tr("区域售价"), .width = 64, .button = true},
   });
+  // All columns are in sight in every size of the window, with a scroll bar beside them, too.
+  DBGridEh1->setMinimumWidth(DBGridEh1->horizontalHeader()->length() + 2 * DBGridEh1->frameWidth() +
+                             DBGridEh1->verticalScrollBar()->sizeHint().width());
   DBGridEh1->setSortable(false);
   DBGridEh1->setEmptyText(tr("按 ↓ 或 Ins 增加一种单位"));
   DBGridEh1->setRecordSet(&DataSetDJ);

@@ -14,7 +14,7 @@ namespace goodsbook {
 void TF2101_1::SaveData() {
   drawNumber();
   const QString header = headerStatements();
-  refuseWithdrawnNegativeStock();
+  refuseWithdrawnNegativeStock(tr("该商品有负库存,不能取消该商品的负库存状态!"));
   const QString batch = header + unitStatements() + closingStatements();
   // Lists join to category and unit: without them a product would be lost.
   CheckBlank(edit(u"Edit2"_s));
@@ -34,15 +34,6 @@ void TF2101_1::drawNumber() {
   Edit1Exit();
 }
 
-void TF2101_1::refuseWithdrawnNegativeStock() {
-  if (mode() != "Edit"_L1 || isChecked(u"check_kc"_s)) return;
-  opensql(AdoQry_Tmp, moduleCode_,
-          u"select wl_id from D1802 where wl_id='"_s + text(u"Edit1"_s) + u"' and kc<0"_s);
-  if (AdoQry_Tmp.isEmpty()) return;
-  DISPINFO(tr("该商品有负库存,不能取消该商品的负库存状态!"), 5);
-  throw EAbort();
-}
-
 QString TF2101_1::headerStatements() const {
   const QString code = text(u"Edit1"_s);
   const QString name = text(u"Edit2"_s);
@@ -54,14 +45,11 @@ QString TF2101_1::headerStatements() const {
            u"',GETDATE(),1,'"_s + text(u"NOTE"_s) + u"','"_s + text(u"CD"_s) + u"','"_s + unitCount +
            u"','"_s + Zpy::GetPY(name) + u"');"_s;
   }
-  // The history's copy comes after the update: it holds the values after this change.
   return u"UPDATE D1801 set WL_NAME='"_s + name + u"',WL_GG='"_s + text(u"Edit3"_s) + u"',WL_YS='"_s +
          text(u"YS"_s) + u"',CHECK_KC='"_s + text(u"check_kc"_s) + u"',CLASS_ID='"_s + text(u"CLASS_ID"_s) +
          u"',NOTE='"_s + text(u"NOTE"_s) + u"',cd='"_s + text(u"CD"_s) + u"',USER_ID='"_s + G_UserId +
          u"',dwcount='"_s + unitCount + u"',pym='"_s + Zpy::GetPY(name) +
-         u"',EDATE=GETDATE() where WL_ID='"_s + code +
-         u"';insert into d1801b (WL_ID, WL_NAME, WL_GG, WL_YS,CHECK_KC, CLASS_ID, KC, DJ, money, USER_ID, BDATE,EDATE, T, NOTE,CD) select WL_ID, WL_NAME, WL_GG, WL_YS,CHECK_KC, CLASS_ID, KC, DJ, money, USER_ID, getdate(),EDATE, T, NOTE,CD from d1801 where wl_id='"_s +
-         code + u"';"_s;
+         u"',EDATE=GETDATE() where WL_ID='"_s + code + u"';"_s + historyStatement(code);
 }
 
 QString TF2101_1::unitStatements() {
@@ -87,17 +75,10 @@ QString TF2101_1::unitStatements() {
 
 QString TF2101_1::closingStatements() const {
   const QString code = text(u"Edit1"_s);
-  const QString flag = text(u"check_kc"_s);
-  QString batch =
-      u"if EXISTS( select c from ( SELECT COUNT(*) AS c FROM D1801DW WHERE (T = 1) AND (WL_ID = '"_s + code +
-      u"')GROUP BY T) t where c>1) RAISERROR ('当您把一个已引用的主单位替换时会出现此错误!请把主单位还原回更改前的值', 16, 1,NULL ,NULL ); "_s;
-  if (mode() == "Edit"_L1) {
-    batch += u"update d1802 set CHECK_KC="_s + flag + u" where wl_id='"_s + code + u"';"_s;
-  } else if (G_CKCOUNT_C) {
-    batch += u"INSERT INTO D1802 (WL_ID, CHECK_KC, CK_ID) select top 1 '"_s + code + u"',"_s + flag +
-             u",ck_id from d1007;"_s;
-  }
-  return batch +
+  return u"if EXISTS( select c from ( SELECT COUNT(*) AS c FROM D1801DW WHERE (T = 1) AND (WL_ID = '"_s +
+         code +
+         u"')GROUP BY T) t where c>1) RAISERROR ('当您把一个已引用的主单位替换时会出现此错误!请把主单位还原回更改前的值', 16, 1,NULL ,NULL ); "_s +
+         stockStatement() +
          u"UPDATE D1801 SET TMC=T.TMC FROM D1801,(SELECT D1801.WL_ID, TM.TMC FROM D1801 INNER JOIN D1801DW ON D1801.WL_ID = D1801DW.WL_ID INNER JOIN (SELECT TM, COUNT(TM) AS TMC FROM (SELECT TM  FROM D1801DW UNION ALL SELECT TM  FROM D1801DWTM) TMP GROUP BY TM) TM ON D1801DW.TM = TM.TM AND D1801DW.T = 1 ) T WHERE D1801.WL_ID=T.WL_ID and D1801.WL_ID='"_s +
          code + u"';"_s;
 }
@@ -114,22 +95,9 @@ void TF2101_1::storePicture() {
 
 void TF2101_1::showInList() {
   RecordSet& list = listRows();
-  for (const auto& [field, element] : {std::pair{u"WL_ID"_s, u"Edit1"_s},
-                                       {u"WL_NAME"_s, u"Edit2"_s},
-                                       {u"WL_GG"_s, u"Edit3"_s},
-                                       {u"CLASS_ID"_s, u"CLASS_ID"_s},
-                                       {u"CLASS_NAME"_s, u"CLASS_NAME"_s},
-                                       {u"NOTE"_s, u"NOTE"_s},
-                                       {u"CD"_s, u"CD"_s}}) {
-    list.setValue(field, text(element));
-  }
-  if (isAdding()) list.setValue(u"DJ"_s, 0);  // else it stays: the screen shows it rounded
+  storeHeader();
   list.setValue(u"PYM"_s, Zpy::GetPY(text(u"Edit2"_s)));
   list.setValue(isAdding() ? u"BDATE"_s : u"EDATE"_s, Session::current().desktop().now());
-  list.setValue(u"USER_ID"_s, G_UserId);
-  list.setValue(u"USER_NAME"_s, G_UserName);
-  list.setValue(u"WL_YS"_s, isChecked(u"YS"_s));
-  list.setValue(u"CHECK_KC"_s, isChecked(u"check_kc"_s));
   const QStringList unitFields{u"DW_ID"_s, u"DW_NAME"_s, u"SJ"_s, u"VIPSJ"_s, u"PFJ"_s, u"CGJ"_s, u"TM"_s};
   if (singleUnit_) {
     const QStringList elements{u"dw_id"_s, u"DW_NAME"_s, u"SJ"_s, u"VIPSJ"_s, u"pfj"_s, u"CGJ"_s, u"TM"_s};

@@ -1,16 +1,11 @@
 #include "products/quick_editor.h"
 
-#include <QKeyEvent>
-#include <QLabel>
 #include <QPushButton>
 #include <stdexcept>
 
-#include "host/U_function.h"
 #include "host/U_glo.h"
 #include "host/data/U_dataop.h"
 #include "host/data/errors.h"
-#include "host/session.h"
-#include "products/U2101_2.h"
 #include "products/U2101a_2.h"
 #include "products/purchase_entry.h"
 
@@ -19,8 +14,7 @@ using namespace Qt::StringLiterals;
 namespace goodsbook {
 
 QuickProductEditor::QuickProductEditor(bool hasReferencePrices, QWidget* owner)
-    : TFrm_Base_Detail(owner), hasReferencePrices_(hasReferencePrices) {
-  setWindowTitle(tr("商品基本资料"));
+    : ProductEditor(owner), hasReferencePrices_(hasReferencePrices) {
   buildFields();
   FormCreate();
   applyPriceFormats();
@@ -48,7 +42,7 @@ void QuickProductEditor::SetStatus(RecordSet& lines) {
   enablePurchaseFields(true);
   moduleCode_ = u"101"_s;
   fromDocument_ = true;
-  TFrm_Base_Detail::SetStatus(lines);
+  ProductEditor::SetStatus(lines);
   if (!GPARAM28) hideLargeUnits();
 }
 
@@ -68,21 +62,18 @@ void QuickProductEditor::RefreshData() {
   } else {
     fillFromRow();
   }
-  TFrm_Base_Detail::RefreshData();
+  ProductEditor::RefreshData();
   edit(u"Edit1"_s)->setEnabled(!GPARAM0);
   for (const QString& name : {u"PFJ"_s, u"Label14"_s}) elementNamed(name)->setVisible(GPARAM26 == "PFJ"_L1);
 }
 
 void QuickProductEditor::fillFromRow() {
   const QString before = text(u"Edit1"_s);
-  const QString day = u"yyyy-MM-dd"_s;
   loadFields();
   const bool copies = mode() == "CopyAdd"_L1;
   if (copies) setText(u"DJ"_s, u"0"_s);
   if (copies && GPARAM0) setText(u"Edit1"_s, before);
-  setText(u"BDATE"_s, listRows().value(u"BDATE"_s).toDateTime().toString(day));
-  const QDateTime changed = listRows().value(u"EDATE"_s).toDateTime();
-  setText(u"EDATE"_s, changed.isValid() && !copies ? changed.toString(day) : QString());
+  showDates(!copies);
   showLastPurchasePrice();
 }
 
@@ -100,12 +91,9 @@ void QuickProductEditor::showLastPurchasePrice() {
 
 void QuickProductEditor::fillForAdd() {
   // The number stays: without automatic numbers the next product starts from the one before.
-  for (const QString& name : {u"Edit2"_s, u"Edit3"_s, u"NOTE"_s, u"JJJJ"_s, u"EDATE"_s, u"TM"_s, u"CD"_s})
+  for (const QString& name : {u"Edit2"_s, u"Edit3"_s, u"NOTE"_s, u"JJJJ"_s, u"TM"_s, u"CD"_s})
     setText(name, {});
-  setText(u"user_name"_s, G_UserName);
-  setText(u"BDATE"_s, Session::current().desktop().now().toString(u"yyyy-MM-dd HH:mm:ss "_s));
-  setChecked(u"check_kc"_s, true);
-  setChecked(u"YS"_s, true);
+  showNew();
   if (!fromDocument_) {
     for (const QString& name : {u"dw_id"_s, u"DW_NAME"_s, u"CLASS_ID"_s, u"CLASS_NAME"_s}) setText(name, {});
   }
@@ -115,21 +103,6 @@ void QuickProductEditor::fillForAdd() {
     for (const QString& name : {u"PFJ1"_s, u"PFJ2"_s, u"PFJ3"_s, u"PFJ4"_s}) setText(name, u"0"_s);
   }
   setText(u"dw_zh"_s, u"1"_s);
-}
-
-void QuickProductEditor::Edit1Exit() {
-  TCustomDBEditEh* number = edit(u"Edit1"_s);
-  if (GPARAM0 && number->text().trimmed().isEmpty()) {
-    if (GPARAM1 && text(u"CLASS_ID"_s).trimmed().isEmpty()) return;
-    setText(u"Edit1"_s, GetNOID(moduleCode_, GPARAM1 ? text(u"CLASS_ID"_s) : QString(), GPARAM2));
-  }
-  CheckBlankInstr(number, tr("商品编号"));
-  CheckBlank(number);
-  CheckText(number, tr("商品编号"));
-  opensql(AdoQry_Tmp, moduleCode_, u"select wl_id from D1801 where wl_id='"_s + number->text() + u'\'');
-  if (AdoQry_Tmp.isEmpty()) return;
-  DISPINFO(tr("商品编号已登记!"), 5);
-  throw EAbort();
 }
 
 void QuickProductEditor::TMExit() {
@@ -165,25 +138,6 @@ void QuickProductEditor::vipsjExit() {
   for (const QString& name : {u"vipsj"_s, u"PFJ"_s}) {
     if (text(name).isEmpty()) setText(name, text(u"SJ"_s));
   }
-}
-
-void QuickProductEditor::BTN_CHANGEClick() {
-  if (isAdding()) {
-    DISPINFO(tr("【增加】的状态下无更改记录,您应该在【修改/查看】状态下浏览更改记录!"), 5);
-    throw EAbort();
-  }
-  TF2101_2 history(this);
-  history.init(text(u"Edit1"_s));
-  history.exec();
-}
-
-void QuickProductEditor::FormKeyDown(QKeyEvent* event) {
-  if (event->key() == Qt::Key_F11) {
-    event->accept();
-    BTN_CHANGEClick();
-    return;
-  }
-  TFrm_Base_Detail::FormKeyDown(event);
 }
 
 }  // namespace goodsbook

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/forms/Base_detail.h"
+#include "products/product_editor.h"
 
 namespace goodsbook {
 
@@ -9,7 +9,7 @@ class TF2101A_2;
 // The one-page product editor with one unit: what its two published variants share. It edits a row of the
 // product list, or (SetStatus) makes a product while a purchase is entered and appends a line for it to the
 // document's lines.
-class QuickProductEditor : public TFrm_Base_Detail {
+class QuickProductEditor : public ProductEditor {
   Q_OBJECT
 
  public:
@@ -22,7 +22,6 @@ class QuickProductEditor : public TFrm_Base_Detail {
   QuickProductEditor(bool hasReferencePrices, QWidget* owner);
   void RefreshData() override;
   void SaveData() override;
-  void FormKeyDown(QKeyEvent* event) override;
 
  private:
   void buildFields();
@@ -34,19 +33,15 @@ class QuickProductEditor : public TFrm_Base_Detail {
   void fillForAdd();
   void showLastPurchasePrice();
 
-  void Edit1Exit();
   void TMExit();
   TF2101A_2& barcodePrompt();
   void TMChange();
   void vipsjExit();
-  void BTN_CHANGEClick();
 
   void checkPrices();
   void drawNumber();
-  void refuseWithdrawnNegativeStock();
   QString headerStatements() const;
   QString unitStatement() const;
-  QString stockStatement() const;
   QString referencePrices(
       const QString& form) const;  // "{name}" and "{text}" of each, joined; empty without them
   void appendPurchaseLine();
@@ -56,7 +51,6 @@ class QuickProductEditor : public TFrm_Base_Detail {
   const bool hasReferencePrices_;
   bool fromDocument_ = false;
   bool barcodeDirty_ = true;  // the barcode was not looked up since it was changed
-  QPushButton* BTN_CHANGE = nullptr;
 };
 
 }  // namespace goodsbook

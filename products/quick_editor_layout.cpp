@@ -1,11 +1,8 @@
-#include <QHBoxLayout>
-#include <QPushButton>
 #include <algorithm>
 
 #include "host/U_glo.h"
 #include "host/data/display_format.h"
 #include "host/forms/form_builder.h"
-#include "host/lookup/pickers.h"
 #include "products/quick_editor.h"
 
 using namespace Qt::StringLiterals;
@@ -29,40 +26,18 @@ void QuickProductEditor::buildFields() {
     return spec;
   };
   FormBuilder form(*this);
+  FieldSpec barcode = productField(u"TM"_s, true);
+  barcode.exit = [this] { TMExit(); };
+  FieldSpec productName = productField(u"Edit2"_s);
+  productName.required = true;
   form.fields({
-      {.name = u"Edit1"_s,
-       .label = tr("商品编号"),
-       .limit = 20,
-       .upper = true,
-       .exit = [this] { Edit1Exit(); },
-       .code = true,
-       .column = u"WL_ID"_s},
-      {.name = u"TM"_s,
-       .label = tr("条    码"),
-       .limit = 30,
-       .exit = [this] { TMExit(); },
-       .column = u"TM"_s,
-       .sameRow = true},
-      {.name = u"Edit2"_s, .label = tr("商品名称"), .limit = 80, .required = true, .column = u"WL_NAME"_s},
-      {.name = u"Edit3"_s, .label = tr("规    格"), .limit = 40, .column = u"WL_GG"_s},
-      {.name = u"CD"_s, .label = tr("产    地"), .limit = 50, .column = u"CD"_s, .sameRow = true},
-      {.name = u"CLASS_ID"_s,
-       .label = tr("商品分类"),
-       .kind = FieldKind::Lookup,
-       .limit = 4,
-       .check = FieldCheck::Id,
-       .column = u"CLASS_ID"_s,
-       .nameLabel = u"CLASS_NAME"_s,
-       .nameColumn = u"CLASS_NAME"_s},
-      {.name = u"dw_id"_s,
-       .label = tr("单    位"),
-       .kind = FieldKind::Lookup,
-       .limit = 2,
-       .check = FieldCheck::Id,
-       .column = u"DW_ID"_s,
-       .nameLabel = u"DW_NAME"_s,
-       .nameColumn = u"DW_NAME"_s,
-       .sameRow = true},
+      productField(u"Edit1"_s),
+      barcode,
+      productName,
+      productField(u"Edit3"_s),
+      productField(u"CD"_s, true),
+      productField(u"CLASS_ID"_s),
+      productField(u"dw_id"_s, true),
       {.name = u"dw_zh"_s,
        .label = tr("转换率"),
        .kind = FieldKind::Number,
@@ -97,13 +72,9 @@ void QuickProductEditor::buildFields() {
       number(u"CGJ"_s, tr("采 购 价"), FieldCheck::FloatCanZero, false, false),
       {.name = u"JJJJ"_s, .label = tr("最近进价"), .kind = FieldKind::Value, .sameRow = true},
       {.name = u"DJ"_s, .label = tr("加权价"), .kind = FieldKind::Value, .column = u"DJ"_s, .sameRow = true},
-      {.name = u"YS"_s, .label = tr("有效"), .kind = FieldKind::Check, .column = u"WL_YS"_s},
-      {.name = u"check_kc"_s,
-       .label = tr("允许该商品为负库存"),
-       .kind = FieldKind::Check,
-       .column = u"CHECK_KC"_s,
-       .sameRow = true},
-      {.name = u"NOTE"_s, .label = tr("备    注"), .limit = 100, .column = u"NOTE"_s},
+      productField(u"YS"_s),
+      productField(u"check_kc"_s, true),
+      productField(u"NOTE"_s),
       {.name = u"J"_s,
        .label = tr("本次进货(件/零数/  本次进价)："),
        .kind = FieldKind::Number,
@@ -117,12 +88,9 @@ void QuickProductEditor::buildFields() {
   });
   edit(u"L"_s)->setAccessibleName(tr("零数"));
   edit(u"JJ"_s)->setAccessibleName(tr("本次进价"));
-  (new TFrm_Sys_LINK_CL(this))->init(lookupEdit(u"CLASS_ID"_s));
-  (new TFrm_Sys_LINK_DW(this))->init(nullptr, nullptr, lookupEdit(u"dw_id"_s), nullptr, {}, {}, {});
+  attachPickers();
   connect(edit(u"TM"_s), &QLineEdit::textChanged, this, [this] { TMChange(); });
-  BTN_CHANGE = makeButton(u"BTN_CHANGE"_s, tr("更改记录(F11)"));
-  buttonRow()->insertWidget(0, BTN_CHANGE);
-  onClick(BTN_CHANGE, [this] { BTN_CHANGEClick(); });
+  makeChangeButton();
 }
 
 void QuickProductEditor::applyPriceFormats() {

@@ -38,7 +38,7 @@ void QuickProductEditor::SaveData() {
   checkPrices();
   drawNumber();
   if (!GKH1 && text(u"TM"_s).isEmpty()) setText(u"TM"_s, text(u"Edit1"_s));
-  refuseWithdrawnNegativeStock();
+  refuseWithdrawnNegativeStock(tr("该商品当前库存为负库存,不能取消该商品的负库存状态!"));
   ExecSql(moduleCode_, text(u"Edit1"_s), mode(), headerStatements() + unitStatement() + stockStatement(),
           65535, false, true, false, true);
   if (fromDocument_) {
@@ -67,15 +67,6 @@ void QuickProductEditor::drawNumber() {
   if (text(u"Edit1"_s).isEmpty()) CheckBlank(edit(u"CLASS_ID"_s));
 }
 
-void QuickProductEditor::refuseWithdrawnNegativeStock() {
-  if (mode() != "Edit"_L1 || isChecked(u"check_kc"_s)) return;
-  opensql(AdoQry_Tmp, moduleCode_,
-          u"select wl_id from D1802 where wl_id='"_s + text(u"Edit1"_s) + u"' and kc<0"_s);
-  if (AdoQry_Tmp.isEmpty()) return;
-  DISPINFO(tr("该商品当前库存为负库存,不能取消该商品的负库存状态!"), 5);
-  throw EAbort();
-}
-
 QString QuickProductEditor::headerStatements() const {
   const QString number = text(u"Edit1"_s);
   const QString name = text(u"Edit2"_s);
@@ -87,14 +78,11 @@ QString QuickProductEditor::headerStatements() const {
            u"',GETDATE(),1,'"_s + text(u"NOTE"_s) + u"','"_s + text(u"CD"_s) + u"','"_s + Zpy::GetPY(name) +
            u"','"_s + text(u"dw_zh"_s) + u"','"_s + text(u"Edit4"_s) + u"');"_s;
   }
-  // The history's copy comes after the update: it holds the values after this change.
   return u"UPDATE D1801 set WL_NAME='"_s + name + u"',WL_GG='"_s + text(u"Edit3"_s) + u"',WL_YS='"_s + flags +
          u"',CLASS_ID='"_s + text(u"CLASS_ID"_s) + u"',NOTE='"_s + text(u"NOTE"_s) + u"',cd='"_s +
          text(u"CD"_s) + u"',DW_ZH='"_s + text(u"dw_zh"_s) + u"',DW_J_NAME='"_s + text(u"Edit4"_s) +
          u"',USER_ID='"_s + G_UserId + u"',pym='"_s + Zpy::GetPY(name) +
-         u"',EDATE=GETDATE() where WL_ID='"_s + number +
-         u"';insert into d1801b (WL_ID, WL_NAME, WL_GG, WL_YS,CHECK_KC, CLASS_ID, KC, DJ, money, USER_ID, BDATE,EDATE, T, NOTE,CD) select WL_ID, WL_NAME, WL_GG, WL_YS,CHECK_KC, CLASS_ID, KC, DJ, money, USER_ID, getdate(),EDATE, T, NOTE,CD from d1801 where wl_id='"_s +
-         number + u"';"_s;
+         u"',EDATE=GETDATE() where WL_ID='"_s + number + u"';"_s + historyStatement(number);
 }
 
 QString QuickProductEditor::referencePrices(const QString& form) const {
@@ -119,16 +107,6 @@ QString QuickProductEditor::unitStatement() const {
          text(u"PFJ"_s) + referencePrices(u"',{name}='{text}"_s) + u"',sj='"_s + text(u"SJ"_s) +
          u"',vipsj='"_s + text(u"vipsj"_s) + u"',cgj='"_s + text(u"CGJ"_s) + u"' where t=1 and wl_id='"_s +
          text(u"Edit1"_s) + u"';"_s;
-}
-
-QString QuickProductEditor::stockStatement() const {
-  const QString number = text(u"Edit1"_s);
-  const QString flag = text(u"check_kc"_s);
-  if (mode() == "Edit"_L1)
-    return u"update d1802 set CHECK_KC="_s + flag + u" where wl_id='"_s + number + u"';"_s;
-  if (!G_CKCOUNT_C) return {};
-  return u"INSERT INTO D1802 (WL_ID, CHECK_KC, CK_ID) select top 1 '"_s + number + u"',"_s + flag +
-         u",ck_id from d1007;"_s;
 }
 
 void QuickProductEditor::appendPurchaseLine() {
@@ -173,14 +151,8 @@ void QuickProductEditor::reckonPurchase() {
 
 void QuickProductEditor::writeBack() {
   RecordSet& row = listRows();
-  for (const auto& [field, element] : {std::pair{u"WL_ID"_s, u"Edit1"_s},
-                                       {u"WL_NAME"_s, u"Edit2"_s},
-                                       {u"WL_GG"_s, u"Edit3"_s},
-                                       {u"CLASS_ID"_s, u"CLASS_ID"_s},
-                                       {u"CLASS_NAME"_s, u"CLASS_NAME"_s},
-                                       {u"NOTE"_s, u"NOTE"_s},
-                                       {u"cd"_s, u"CD"_s},
-                                       {u"dw_id"_s, u"dw_id"_s},
+  storeHeader();
+  for (const auto& [field, element] : {std::pair{u"dw_id"_s, u"dw_id"_s},
                                        {u"DW_NAME"_s, u"DW_NAME"_s},
                                        {u"SJ"_s, u"SJ"_s},
                                        {u"vipSJ"_s, u"vipsj"_s},
@@ -192,14 +164,9 @@ void QuickProductEditor::writeBack() {
                                        {u"DW_J_NAME"_s, u"Edit4"_s}}) {
     row.setValue(field, text(element));
   }
-  if (isAdding()) row.setValue(u"DJ"_s, 0);  // else it stays: the screen shows it rounded
   if (hasReferencePrices_) {
     for (const QString& name : {u"PFJ1"_s, u"PFJ2"_s, u"PFJ3"_s, u"PFJ4"_s}) row.setValue(name, text(name));
   }
-  row.setValue(u"USER_ID"_s, G_UserId);
-  row.setValue(u"USER_NAME"_s, G_UserName);
-  row.setValue(u"WL_YS"_s, isChecked(u"YS"_s));
-  row.setValue(u"CHECK_KC"_s, isChecked(u"check_kc"_s));
   row.post();
 }
 

@@ -4,7 +4,7 @@ target_sources(masterdata_screens PRIVATE
   ${CMAKE_SOURCE_DIR}/products/string_list.cpp
   ${CMAKE_SOURCE_DIR}/products/U2101_imp.cpp ${CMAKE_SOURCE_DIR}/products/U2101_imp_layout.cpp
   ${CMAKE_SOURCE_DIR}/products/picture.cpp ${CMAKE_SOURCE_DIR}/products/quiet_rows.cpp
-  ${CMAKE_SOURCE_DIR}/products/unit_rows.cpp
+  ${CMAKE_SOURCE_DIR}/products/unit_rows.cpp ${CMAKE_SOURCE_DIR}/products/product_editor.cpp
   ${CMAKE_SOURCE_DIR}/products/U2101.cpp ${CMAKE_SOURCE_DIR}/products/U2101f.cpp
   ${CMAKE_SOURCE_DIR}/products/U2101_1.cpp ${CMAKE_SOURCE_DIR}/products/U2101_1_layout.cpp
   ${CMAKE_SOURCE_DIR}/products/U2101_1_picture.cpp ${CMAKE_SOURCE_DIR}/products/U2101_1_save.cpp

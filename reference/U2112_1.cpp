@@ -53,6 +53,7 @@ TF2112_1::TF2112_1(QWidget* owner) : TFrm_Base_Detail(owner) {
        .exit = [this] { tcExit(); },
        .column = u"tc"_s,
        .places = 6,
+       .maximum = 1,
        .width = 80,
        .hint = tr("格式：0.01~1.00 ")},
       {.name = u"BDATE"_s, .label = tr("合同日期"), .kind = FieldKind::Date, .column = u"bdate"_s},
@@ -96,7 +97,7 @@ void TF2112_1::Edit1Exit() {
 void TF2112_1::tcExit() {
   TDBNumberEditEh* ratio = numberEdit(u"tc"_s);
   CheckFloat(ratio);
-  if (ratio->value() <= 1) return;
+  if (!ratio->exceedsMaximum()) return;
   DISPINFO(tr("提成比不能大于1!应该在0.01~1.00之间"), 5);
   throw EAbort();
 }

@@ -11,6 +11,14 @@ using namespace Qt::StringLiterals;
 
 namespace goodsbook {
 
+FieldSpec codeField(const QString& label, const QString& column) {
+  return {.name = u"Edit1"_s, .label = label, .limit = 2, .upper = true, .code = true, .column = column};
+}
+
+FieldSpec nameField(const QString& label, int limit, const QString& column) {
+  return {.name = u"Edit2"_s, .label = label, .limit = limit, .required = true, .column = column};
+}
+
 CodeTableList::CodeTableList(const CodeTable& table, QWidget* owner) : FlatList(owner), table_(table) {
   setWindowTitle(table.caption);
   setColumns(table.columns, table.listFields);

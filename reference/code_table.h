@@ -18,7 +18,7 @@ struct CodeTable {
   std::vector<GridColumn> columns;
   std::vector<Field> listFields;
 
-  std::vector<FieldSpec> fields;  // Edit1 is the code, Edit2 the name
+  std::vector<FieldSpec> fields;  // codeField, nameField, and what else there is
   std::vector<std::pair<QString, QString>> initial =
       {};               // in "Add": what other fields than empty ones start with
   QString codeCaption;  // how messages name the code
@@ -26,6 +26,10 @@ struct CodeTable {
   QString taken;        // the message for a code that is there already
   QString insert, update;
 };
+
+// The declarations of the two fields that every code table has: the code, typed in capitals, and the name.
+FieldSpec codeField(const QString& label, const QString& column);
+FieldSpec nameField(const QString& label, int limit, const QString& column);
 
 // The list of one code table.
 class CodeTableList : public FlatList {

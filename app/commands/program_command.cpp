@@ -12,12 +12,8 @@
 #include "app/real_desktop.h"
 #include "app/settings.h"
 #include "app/sign_in/log_in_window.h"
-#include "app/sign_in/password_dialog.h"
 #include "app/start.h"
-#include "app/starting_set.h"
-#include "host/U_glo.h"
 #include "host/data/errors.h"
-#include "host/forms/Base.h"
 #include "host/session.h"
 
 using namespace Qt::StringLiterals;
@@ -58,11 +54,9 @@ int runProgram(const QStringList& arguments) {
   }
   const auto session = logIn(folder, database, parser.value(user));
   if (!session) return 0;
-  PasswordDialog::askOnFirstStart(session->database(), nullptr);
-  if (G_UserId == "ADMIN"_L1) guarded(nullptr, [&] { offerStartingSet(session->database()); });
   MasterData masterData;
   MainWindow window(*session, masterData);
-  window.show();
+  window.open();
   return QApplication::exec();
 }
 

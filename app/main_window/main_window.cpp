@@ -13,6 +13,8 @@
 #include "app/master_data.h"
 #include "app/modules.h"
 #include "app/settings.h"
+#include "app/sign_in/password_dialog.h"
+#include "app/starting_set.h"
 #include "host/U_function.h"
 #include "host/U_glo.h"
 #include "host/session.h"
@@ -98,6 +100,12 @@ void MainWindow::buildStatusLine() {
     label->setContentsMargins(6, 0, 12, 0);
     statusBar()->addWidget(label);
   }
+}
+
+void MainWindow::open() {
+  show();
+  guarded(nullptr, [this] { PasswordDialog::askOnFirstStart(session_.database(), this); });
+  if (G_UserId == "ADMIN"_L1) guarded(nullptr, [this] { offerStartingSetOnFirstStart(session_.database()); });
 }
 
 void MainWindow::openModule(int module, bool inNewTab) {

@@ -27,6 +27,10 @@ class MainWindow : public QMainWindow, public ScreenFrame {
   MainWindow(Session& session, MasterData& masterData);
   ~MainWindow() override;
 
+  // Shows the window; on a database's first start the administrator is asked for a password and offered the
+  // starting set.
+  void open();
+
   // Opens a module's screen with the user's rights, or goes to the one that is open already. What stands
   // against it is told to the user.
   void openModule(int module, bool inNewTab = false);

@@ -36,7 +36,7 @@ void MainWindow::buildMenus() {
     });
     start->setObjectName(u"StartingSet"_s);
     connect(system, &QMenu::aboutToShow, this, [this, start] {
-      guarded(nullptr, [&] { start->setEnabled(isEmptyShop(session_.database())); });
+      guarded(nullptr, [&] { start->setEnabled(!missingStartingParts(session_.database()).empty()); });
     });
   }
   buildColourMenu(system->addMenu(tr("颜色(&C)")));

@@ -92,6 +92,12 @@ class Definer {
       if (column.hasIdentity || column.key != KeyKind::None) failUnsupported("ALTER TABLE ADD 的标识列或键");
       addColumn(table, column);
     }
+    for (auto added = alter.defaults.begin(); added != alter.defaults.end(); ++added) {
+      const bool again = std::any_of(alter.defaults.begin(), added, [&](const ColumnDefault& other) {
+        return sameName(other.column.text, added->column.text);
+      });
+      addDefault(table, *added, again);
+    }
   }
 
   void operator()(const Drop& drop) {
@@ -172,16 +178,20 @@ class Definer {
     return keys;
   }
 
-  std::string columnSql(const ColumnDefinition& column, bool inPrimaryKey) const {
-    const std::string name = quotedName(column.name.text);
-    // SQLite numbers rows by such a column only; AUTOINCREMENT never gives a number twice.
-    if (column.hasIdentity) return name + " INTEGER PRIMARY KEY AUTOINCREMENT";
-    const SqlType type = typeOf(column.type, 1);
-    std::string sql = concat(name, " ", declaredType(type));
+  static std::string plainColumnSql(std::string_view name, SqlType type, bool required) {
+    std::string sql = concat(quotedName(name), " ", declaredType(type));
     if (type.kind == Kind::Text) sql += concat(" COLLATE ", collationName);
+    if (required) sql += " NOT NULL";
+    return sql;
+  }
+
+  std::string columnSql(const ColumnDefinition& column, bool inPrimaryKey) const {
+    // SQLite numbers rows by such a column only; AUTOINCREMENT never gives a number twice.
+    if (column.hasIdentity) return quotedName(column.name.text) + " INTEGER PRIMARY KEY AUTOINCREMENT";
+    const SqlType type = typeOf(column.type, 1);
     const bool required =
         column.nullability == Nullability::NotNull || column.key == KeyKind::PrimaryKey || inPrimaryKey;
-    if (required) sql += " NOT NULL";
+    std::string sql = plainColumnSql(column.name.text, type, required);
     if (column.defaultValue)
       sql += concat(" DEFAULT ", defaultSql(*column.defaultValue, type, column.name.text));
     return sql;
@@ -258,6 +268,62 @@ class Definer {
     // SQLite gives the default to the rows that are there; a server only where NULL is not allowed.
     if (column.defaultValue && !required)
       runSql(session_.db(), concat("UPDATE ", quotedName(table.name), " SET ", name, " = NULL"));
+  }
+
+  void addDefault(const TableInfo& table, const ColumnDefault& added, bool again) {
+    const std::optional<std::size_t> index = table.find(added.column.text);
+    if (!index)
+      fail(1752, concat("表 '", table.name, "' 中的列 '", added.column.text, "' 对于创建默认约束无效。"));
+    const ColumnInfo& column = table.columns[*index];
+    if (column.identity) fail(1754, concat("不能为标识列 '", column.name, "' 创建默认值。"));
+    if (again || !column.defaultSql.empty() || column.defaultsToNow)
+      fail(1781, concat("列 '", column.name, "' 已绑定了默认值。"));
+    const std::string plain = plainColumnSql(column.name, column.type, !column.nullable);
+    const std::string value = defaultSql(*added.value, column.type, column.name);
+    std::string definition = definitionOf(table);
+    const std::size_t at = elementAt(definition, plain);
+    if (at == std::string::npos) failUnsupported(concat("为列 ", column.name, " 添加 DEFAULT"));
+    definition.insert(at + plain.size(), " DEFAULT " + value);
+    rewriteDefinition(table, definition);
+  }
+
+  std::string definitionOf(const TableInfo& table) const {
+    SqliteStatement find(session_.db(), "SELECT sql FROM sqlite_schema WHERE type = 'table' AND name = ?1");
+    const Value name = table.name;
+    find.bind(1, name).step();
+    return std::string(find.text(0));
+  }
+
+  // Where a column's text stands in a table's definition as a whole element.
+  static std::size_t elementAt(std::string_view definition, std::string_view column) {
+    for (std::size_t at = definition.find(column); at != std::string_view::npos;
+         at = definition.find(column, at + 1)) {
+      const std::string_view before = definition.substr(0, at);
+      const std::string_view behind = definition.substr(at + column.size());
+      if ((before.ends_with("(") || before.ends_with(", ")) &&
+          (behind.starts_with(",") || behind.starts_with(")")))
+        return at;
+    }
+    return std::string_view::npos;
+  }
+
+  // SQLite has no statement that gives a column a default. Its own way is to write the definition anew; rows
+  // do not depend on it.
+  void rewriteDefinition(const TableInfo& table, const std::string& definition) {
+    const std::int64_t next = session_.version().schema + 1;
+    runSql(session_.db(), "PRAGMA writable_schema = ON");
+    try {
+      SqliteStatement write(session_.db(),
+                            "UPDATE sqlite_schema SET sql = ?2 WHERE type = 'table' AND name = ?1");
+      const Value name = table.name;
+      const Value text = definition;
+      write.bind(1, name).bind(2, text).step();
+      runSql(session_.db(), concat("PRAGMA schema_version = ", std::to_string(next)));
+    } catch (...) {
+      runSql(session_.db(), "PRAGMA writable_schema = RESET");
+      throw;
+    }
+    runSql(session_.db(), "PRAGMA writable_schema = RESET");
   }
 
   void dropOne(const Drop& drop, const DropItem& item) {

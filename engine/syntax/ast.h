@@ -348,10 +348,16 @@ struct CreateIndex {
   std::vector<IndexColumn> columns;
   bool unique = false;
 };
+struct ColumnDefault {  // of a column that is there
+  Name name;            // of the constraint, may be empty
+  Name column;
+  ExpressionPtr value;
+};
 struct AlterTableAdd {
   ObjectName table;
   std::vector<ColumnDefinition> columns;
   std::vector<TableConstraint> constraints;
+  std::vector<ColumnDefault> defaults;
 };
 enum class DropKind : std::uint8_t { Table, Index, Procedure };
 struct DropItem {

@@ -224,7 +224,18 @@ ProcedureParameter Parser::parseParameter() {
   return parameter;
 }
 
-// alter: ALTER TABLE name ADD column or constraint, …
+// added default: [CONSTRAINT name] DEFAULT constant FOR column
+ColumnDefault Parser::parseAddedDefault() {
+  ColumnDefault added;
+  if (accept(Keyword::Constraint)) added.name = takeName();
+  expect(Keyword::Default);
+  added.value = parseConstant();
+  expect(Keyword::For);
+  added.column = takeName();
+  return added;
+}
+
+// alter: ALTER TABLE name ADD column, constraint or default, …
 Statement::Node Parser::parseAlter() {
   const Token& word = take();
   if (!accept(Keyword::Table)) {
@@ -238,7 +249,11 @@ Statement::Node Parser::parseAlter() {
     throwNotSupported(word, "ALTER TABLE … " + std::string(peek().text));
   }
   do {
-    parseTableElement(node);
+    if (at(Keyword::Default) || (at(Keyword::Constraint) && at(Keyword::Default, 2))) {
+      node.defaults.push_back(parseAddedDefault());
+    } else {
+      parseTableElement(node);
+    }
   } while (accept(Symbol::Comma));
   return node;
 }

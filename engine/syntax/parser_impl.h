@@ -70,6 +70,7 @@ class Parser : private TokenCursor {
   Statement::Node parseCreateProcedure();
   ProcedureParameter parseParameter();
   Statement::Node parseAlter();
+  ColumnDefault parseAddedDefault();
   Statement::Node parseDrop();
   template <class Owner>
   void parseTableElement(Owner& owner);

@@ -71,23 +71,6 @@ class Printer {
   void operator()(const CreateProcedure& node);
 
  private:
-  enum class Tightness : std::uint8_t { Or, And, Not, Comparison, Additive, Multiplicative, Prefix, Primary };
-  static Tightness tightnessOf(const Expression& expression);
-  void print(const Expression& expression, Tightness weakest);
-  void printList(const std::vector<ExpressionPtr>& values);
-  void printType(const DataType& type);
-  void printFrom(const std::vector<TableRefPtr>& tables);
-  void printWhere(const ExpressionPtr& condition);
-  void printNames(const std::vector<Name>& names);
-  void printStatements(const std::vector<Statement>& statements);
-  void printColumn(const ColumnDefinition& column);
-  void printConstraint(const TableConstraint& constraint);
-  void printConstraintName(const Name& name);
-  void printElements(const std::vector<ColumnDefinition>& columns,
-                     const std::vector<TableConstraint>& constraints);
-  void printIndexColumns(const std::vector<IndexColumn>& columns);
-  void printParameter(const ProcedureParameter& parameter);
-
   // Between the members of a list.
   class Commas {
    public:
@@ -101,6 +84,23 @@ class Printer {
     SqlWriter& writer_;
     bool first_ = true;
   };
+
+  enum class Tightness : std::uint8_t { Or, And, Not, Comparison, Additive, Multiplicative, Prefix, Primary };
+  static Tightness tightnessOf(const Expression& expression);
+  void print(const Expression& expression, Tightness weakest);
+  void printList(const std::vector<ExpressionPtr>& values);
+  void printType(const DataType& type);
+  void printFrom(const std::vector<TableRefPtr>& tables);
+  void printWhere(const ExpressionPtr& condition);
+  void printNames(const std::vector<Name>& names);
+  void printStatements(const std::vector<Statement>& statements);
+  void printColumn(const ColumnDefinition& column);
+  void printConstraint(const TableConstraint& constraint);
+  void printConstraintName(const Name& name);
+  void printElements(Commas& commas, const std::vector<ColumnDefinition>& columns,
+                     const std::vector<TableConstraint>& constraints);
+  void printIndexColumns(const std::vector<IndexColumn>& columns);
+  void printParameter(const ProcedureParameter& parameter);
 
   SqlWriter& writer_;
 };

@@ -141,7 +141,8 @@ void Printer::operator()(const CreateTable& node) {
   writer_.word("CREATE TABLE");
   writer_.object(node.table);
   writer_.open();
-  printElements(node.columns, node.constraints);
+  Commas commas(writer_);
+  printElements(commas, node.columns, node.constraints);
   writer_.close();
 }
 
@@ -157,7 +158,16 @@ void Printer::operator()(const AlterTableAdd& node) {
   writer_.word("ALTER TABLE");
   writer_.object(node.table);
   writer_.word("ADD");
-  printElements(node.columns, node.constraints);
+  Commas commas(writer_);
+  printElements(commas, node.columns, node.constraints);
+  for (const ColumnDefault& added : node.defaults) {
+    commas.next();
+    printConstraintName(added.name);
+    writer_.word("DEFAULT");
+    printValue(*added.value);
+    writer_.word("FOR");
+    writer_.name(added.column.text);
+  }
 }
 
 void Printer::operator()(const Drop& node) {
@@ -194,9 +204,8 @@ void Printer::printParameter(const ProcedureParameter& parameter) {
   printValue(*parameter.defaultValue);
 }
 
-void Printer::printElements(const std::vector<ColumnDefinition>& columns,
+void Printer::printElements(Commas& commas, const std::vector<ColumnDefinition>& columns,
                             const std::vector<TableConstraint>& constraints) {
-  Commas commas(writer_);
   for (const ColumnDefinition& column : columns) {
     commas.next();
     printColumn(column);

@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QLineEdit>
 #include <QPointer>
+#include <limits>
 
 #include "host/export.h"
 
@@ -58,6 +59,7 @@ class GOODSBOOKHOST_EXPORT TCustomDBEditEh : public QLineEdit {
 class GOODSBOOKHOST_EXPORT TDBNumberEditEh : public TCustomDBEditEh {
   Q_OBJECT
   Q_PROPERTY(QString displayFormat READ displayFormat WRITE setDisplayFormat)
+  Q_PROPERTY(double maximum READ maximum WRITE setMaximum)
 
  public:
   explicit TDBNumberEditEh(QWidget* parent = nullptr);
@@ -65,6 +67,9 @@ class GOODSBOOKHOST_EXPORT TDBNumberEditEh : public TCustomDBEditEh {
   QString displayFormat() const { return format_; }
   void setDecimalPlaces(int places) { places_ = places; }  // most digits behind the point that can be typed
   int decimalPlaces() const { return places_; }
+  void setMaximum(double most) { maximum_ = most; }  // for exit checks: a greater number can be typed
+  double maximum() const { return maximum_; }        // infinite unless set
+  bool exceedsMaximum() const { return value() > maximum_; }
   void setValue(double value);  // shown by the format, without digit groups
   double value() const;         // 0 for an empty or unreadable text
 
@@ -76,6 +81,7 @@ class GOODSBOOKHOST_EXPORT TDBNumberEditEh : public TCustomDBEditEh {
 
   QString format_;
   int places_ = 4;
+  double maximum_ = std::numeric_limits<double>::infinity();
 };
 
 // An edit with a small button inside at its right end. The button is an element of its own, named

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "host/data/record_set.h"
@@ -47,6 +48,7 @@ struct FieldSpec {
   const LookupTable* lookup = nullptr;  // lookups: where the codes come from (a picker's init sets it too)
   QString format = {};                  // numbers, and date columns of any kind: display format
   int places = -1;                      // numbers: decimal places that can be typed, -1: the edit's own
+  std::optional<double> maximum = {};   // numbers: what `exit` refuses more than
   int width = 0;                        // pixels at 100 %, 0: by the limit
   bool sameRow = false;                 // stands behind the field before it
   bool readOnly = false;                // shown only, in every mode

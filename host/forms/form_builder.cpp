@@ -90,6 +90,7 @@ void applyNumber(const FieldSpec& spec, QWidget* element) {
   if (!number) return;
   if (!spec.format.isEmpty()) number->setDisplayFormat(spec.format);
   if (spec.places >= 0) number->setDecimalPlaces(spec.places);
+  if (spec.maximum) number->setMaximum(*spec.maximum);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The tool bar, the menu and the status line of list screens.
 
 #include <QAction>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
@@ -9,12 +10,35 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "host/forms/list_screen.h"
 
 using namespace Qt::StringLiterals;
 
 namespace goodsbook {
+namespace {
+
+// The room in a tool bar that keeps the button behind it at least `left` pixels from the bar's left edge.
+class ToolBarStop : public QWidget {
+ public:
+  ToolBarStop(int left, QWidget* button) : QWidget(button->parentWidget()), left_(left), button_(button) {
+    setFixedWidth(0);
+    button->installEventFilter(this);
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (watched == button_ && event->type() == QEvent::Move)
+      setFixedWidth(std::max(0, width() + left_ - button_->x()));
+    return QWidget::eventFilter(watched, event);
+  }
+
+ private:
+  int left_;
+  QWidget* button_;
+};
+
+}  // namespace
 
 void ListScreen::buildBaseActions() {
   addScreenAction({.name = u"Act_Filter"_s,
@@ -76,7 +100,14 @@ QAction* ListScreen::addScreenAction(ActionSpec spec) {
   addAction(added);
   QAction* behind = action(spec.before.isEmpty() ? u"Act_Close"_s : spec.before);
   if (behind == added) behind = nullptr;
-  if (spec.onToolBar) ToolBar->insertAction(behind, added);
+  if (spec.onToolBar) {
+    ToolBar->insertAction(behind, added);
+    if (spec.left > 0) {
+      QAction* stop =
+          ToolBar->insertWidget(added, new ToolBarStop(spec.left, ToolBar->widgetForAction(added)));
+      connect(added, &QAction::changed, stop, [added, stop] { stop->setVisible(added->isVisible()); });
+    }
+  }
   if (spec.inMenu) PopupMenu->insertAction(spec.before.isEmpty() ? nullptr : behind, added);
   return added;
 }

@@ -32,6 +32,7 @@ struct ActionSpec {
   QString icon = {};                   // name in the icon theme
   std::function<void()> execute = {};  // guarded
   QString before = {};                 // name of the action that it stands before; empty: Act_Close
+  int left = 0;  // where its button starts at the earliest, from the tool bar's left edge
   bool onToolBar = true;
   bool inMenu = true;
 };

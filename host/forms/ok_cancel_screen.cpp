@@ -69,13 +69,6 @@ OkCancelScreen::OkCancelScreen(QWidget* owner)
   onClick(btn_Cancel, [this] { btn_CancelClick(); });
 }
 
-void OkCancelScreen::FormCreate() {
-  TFrm_Base_Common::FormCreate();
-  // The buttons were made first and are to be reached last.
-  if (previousInFocusChain() != btn_Cancel) setTabOrder(previousInFocusChain(), btn_ok);
-  setTabOrder(btn_ok, btn_Cancel);
-}
-
 bool OkCancelScreen::okAllowed() const {
   return btn_ok->isVisibleTo(this) && btn_ok->isEnabled();
 }

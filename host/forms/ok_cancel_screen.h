@@ -20,7 +20,6 @@ class GOODSBOOKHOST_EXPORT OkCancelScreen : public TFrm_Base_Common {
   virtual bool okAllowed() const;  // OK is shown and enabled
   virtual bool hasUnsavedInput() const { return false; }
 
-  void FormCreate() override;
   void FormKeyDown(QKeyEvent* event) override;  // Esc: reject(); F9, Ctrl+Enter: OK
   void reject() override;  // Esc and the close button: asks first when there is unsaved input
   void pressOk();

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -14,9 +17,16 @@ struct Tools {
   std::function<std::string(std::string_view name)> initials;  // pinyin initials for the PYM columns
 };
 
-// Ledger accounts 1001 and 1002, the home currency, units, payment and delivery methods, region 01. The
-// database holds nothing but what the schema's script puts there.
-void startingSet(const Tools& tools);
+// What a new shop starts with, a table each: ledger accounts 1001 and 1002, the home currency, units,
+// delivery and payment methods, region 01.
+enum class StartingPart : std::uint8_t { Accounts, Currency, Units, DeliveryMethods, PaymentMethods, Region };
+constexpr std::array allStartingParts{StartingPart::Accounts,       StartingPart::Currency,
+                                      StartingPart::Units,          StartingPart::DeliveryMethods,
+                                      StartingPart::PaymentMethods, StartingPart::Region};
+std::string_view tableOf(StartingPart part);
+
+// The parts' tables have to be empty.
+void startingSet(const Tools& tools, std::span<const StartingPart> parts = allStartingParts);
 
 struct Goods {
   int products = 2000;  // 0 to 1,000,000

@@ -49,6 +49,25 @@ TEST_F(ProductConflict, AListReadLongAgoDoesNotBringOldValuesBack) {
   EXPECT_EQ(sql(u"select SJ from D1801DW"_s)[0][0].toDouble(), 99);
 }
 
+TEST_F(ProductConflict, NamesOfItsCategoryUnitAndUserAreUpToDateToo) {
+  sql(u"update D1801 set CLASS_ID='02' where WL_ID='P1';update D1801DW set DW_ID='02' where WL_ID='P1';"
+      "update D1004 set CLASS_NAME='零食' where CLASS_ID='02'"_s);
+  act(u"Act_Edit"_s);
+  EXPECT_EQ(text(u"CLASS_ID"_s) + text(u"CLASS_NAME"_s), u"02零食"_s);
+  EXPECT_EQ(text(u"dw_id"_s) + text(u"DW_NAME"_s), u"02箱"_s);
+  EXPECT_EQ(statements().size(), 3U) << "the list's row is read by the host itself";
+  click(u"btn_Cancel"_s);
+  const QJsonObject row = rows(u"DBGridEh"_s)[0].toObject();
+  EXPECT_EQ(row["CLASS_NAME"_L1].toString() + row["DW_NAME"_L1].toString(), u"零食箱"_s);
+}
+
+TEST_F(ProductConflict, ARowThatTheListWouldNotShowAnyMoreHasItsValuesFromTheTables) {
+  sql(u"update D1801 set CLASS_ID='99',WL_NAME='雪碧' where WL_ID='P1'"_s);
+  act(u"Act_Edit"_s);
+  EXPECT_EQ(text(u"CLASS_ID"_s) + text(u"Edit2"_s), u"99雪碧"_s);
+  click(u"btn_Cancel"_s);
+}
+
 TEST_F(ProductConflict, YesSavesAllTheSame) {
   act(u"Act_Edit"_s);
   sql(u"update D1801 set WL_NAME='雪碧' where WL_ID='P1'"_s);

@@ -1,6 +1,9 @@
 // The product list: columns, statement, rights, and which editor it opens.
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QToolBar>
+
 #include "tests/products/product_screen.h"
 
 using namespace Qt::StringLiterals;
@@ -97,6 +100,22 @@ TEST_F(ProductList, ImportingIsThereForWhoMayImport) {
   open(101, {{u"import"_s, false}});
   EXPECT_FALSE(action(u"Act_imp"_s)["visible"_L1].toBool());
   EXPECT_FALSE(action(u"Act_imp"_s)["enabled"_L1].toBool());
+}
+
+TEST_F(ProductList, TheImportButtonStartsAt215PixelsOfTheToolBar) {
+  open(101);
+  done({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 0}});
+  const auto left = [this](const QString& button) {
+    int x = -1;
+    onGui([&] {
+      for (const QWidget* window : QApplication::topLevelWidgets()) {
+        const auto* bar = window->findChild<QToolBar*>(u"ToolBar"_s);
+        if (bar && window->isVisible()) x = bar->findChild<QWidget*>(button)->mapTo(bar, QPoint()).x();
+      }
+    });
+    return x;
+  };
+  EXPECT_EQ(left(u"TlBtn_IMP"_s), 215);
 }
 
 TEST_F(ProductList, MergingIsInTheMenuOfTheGrid) {

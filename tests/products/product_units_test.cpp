@@ -1,6 +1,11 @@
 // Several units of one product: the grid of the editor, its checks and the statements of its changes.
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QHeaderView>
+#include <QScrollBar>
+
+#include "host/controls/TDBGridEh.h"
 #include "tests/products/product_screen.h"
 
 using namespace Qt::StringLiterals;
@@ -33,10 +38,51 @@ class ProductUnits : public ProductScreen {
                                                                      : batch.indexOf(header) + header.size();
     return batch.mid(from, batch.indexOf(u"if EXISTS("_s) - from);
   }
+  // In the window of that size, or the nearest that it may have: titles that are not wholly in sight.
+  QString hiddenTitles(QSize size) {
+    QStringList hidden;
+    onGui([&] {
+      QWidget* window = QApplication::activeModalWidget();
+      window->resize(size);
+      QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+      const auto* shown = window->findChild<TDBGridEh*>(grid);
+      const QHeaderView* header = shown->horizontalHeader();
+      for (int i = 0; i < header->count(); ++i) {
+        if (header->isSectionHidden(i)) continue;
+        const QString title = header->model()->headerData(i, Qt::Horizontal).toString();
+        const int right = header->sectionViewportPosition(i) + header->sectionSize(i);
+        const bool fits = header->sectionSizeHint(i) <= header->sectionSize(i);
+        if (!fits || right > shown->viewport()->width()) hidden << title;
+      }
+    });
+    return hidden.join(u',');
+  }
+  bool hasScrollBar() {
+    bool shown = false;
+    onGui([&] {
+      shown =
+          QApplication::activeModalWidget()->findChild<TDBGridEh*>(grid)->verticalScrollBar()->isVisible();
+    });
+    return shown;
+  }
   QString unitOf(const QString& unit) {
     return sql(u"select adw from D1801DW where WL_ID='P1' and DW_ID='"_s + unit + u'\'')[0][0];
   }
 };
+
+TEST_F(ProductUnits, AllTitlesAreInSightInEverySizeOfTheWindow) {
+  openUnits(u"Act_Edit"_s);
+  EXPECT_EQ(hiddenTitles({880, 560}).toStdString(), "");
+  EXPECT_FALSE(hasScrollBar());
+  click(u"btn_Cancel"_s);
+  for (int i = 0; i < 12; ++i)
+    sql(u"insert into D1801DW (T,WL_ID,DW_ID,TM,ABASE) values (0,'P1','02','70',12)"_s);
+  act(u"Act_Edit"_s);
+  EXPECT_EQ(hiddenTitles({100, 100}).toStdString(), "");
+  EXPECT_TRUE(hasScrollBar());
+  onGui([] { EXPECT_LE(QApplication::activeModalWidget()->width(), 800); });
+  click(u"btn_Cancel"_s);
+}
 
 TEST_F(ProductUnits, AreLoadedWithTheMainUnitFirst) {
   openList();

@@ -11,9 +11,6 @@ using namespace Qt::StringLiterals;
 namespace goodsbook {
 namespace {
 
-using Lines = std::vector<QString>;
-using Table = std::vector<std::vector<QString>>;
-
 class Accounts : public ReferenceTest {
  protected:
   void SetUp() override {
@@ -39,13 +36,7 @@ TEST_F(Accounts, TheListShowsItsColumnsAndTypeNames) {
   const QJsonObject screen = open(122);
   EXPECT_EQ(screen["class"_L1].toString(), u"TF2122"_s);
   EXPECT_EQ(screen["caption"_L1].toString(), u"现金银行"_s);
-  QStringList columns;
-  const QJsonArray all = done({{u"cmd"_s, u"rows"_s}, {u"element"_s, u"DBGridEh"_s}})["columns"_L1].toArray();
-  for (const QJsonValue& column : all) {
-    if (column["visible"_L1].toBool())
-      columns << column["field"_L1].toString() + u' ' + column["title"_L1].toString();
-  }
-  EXPECT_EQ(columns.join(u',').toStdString(),
+  EXPECT_EQ(shownColumns(),
             "JY_ID 帐户编号,JY_NAME 帐户名称,CLASSID 类型号,CLSNAME 类型,YH_NUM 银行帐号,YH_NAME "
             "银行全称,KM_ID 会计科目,QCMONEY 期初余额");
   QStringList types;

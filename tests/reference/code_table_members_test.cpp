@@ -1,14 +1,12 @@
 // What each code table differs in.
 #include <gtest/gtest.h>
 
-#include "app/driver/screen_test.h"
+#include "tests/reference/reference_test.h"
 
 using namespace Qt::StringLiterals;
 
 namespace goodsbook {
 namespace {
-
-using Lines = std::vector<QString>;
 
 struct Member {
   const char* name;
@@ -38,7 +36,7 @@ const Member members[] = {
      u"delete from D1001 Where hb_id='A1'"_s, u"HB_ID"_s},
 };
 
-class CodeTables : public ScreenTest, public testing::WithParamInterface<Member> {
+class CodeTables : public ReferenceTest, public testing::WithParamInterface<Member> {
  protected:
   void addOne() {
     act(u"Act_Add"_s);
@@ -56,13 +54,7 @@ TEST_P(CodeTables, TheListShowsItsColumns) {
   EXPECT_EQ(screen["class"_L1].toString(), GetParam().listClass);
   EXPECT_EQ(screen["caption"_L1].toString(), GetParam().caption);
   EXPECT_EQ(screen["tag"_L1].toInt(), GetParam().module);
-  QStringList columns;
-  const QJsonArray all = done({{u"cmd"_s, u"rows"_s}, {u"element"_s, u"DBGridEh"_s}})["columns"_L1].toArray();
-  for (const QJsonValue& column : all) {
-    if (column["visible"_L1].toBool())
-      columns << column["field"_L1].toString() + u' ' + column["title"_L1].toString();
-  }
-  EXPECT_EQ(columns.join(u',').toStdString(), GetParam().columns.toStdString());
+  EXPECT_EQ(shownColumns(), GetParam().columns.toStdString());
   EXPECT_EQ(statements(), Lines{GetParam().list});
 }
 
@@ -119,7 +111,7 @@ TEST_P(CodeTables, ACodeThatIsTakenIsRefused) {
   EXPECT_EQ(rows(u"DBGridEh"_s).size(), 1);
 }
 
-class CodeCheckLabels : public ScreenTest {};
+class CodeCheckLabels : public ReferenceTest {};
 
 TEST_F(CodeCheckLabels, MessagesNameTheCodeInTheMembersWords) {
   for (const auto& [module, label] :
@@ -133,7 +125,7 @@ TEST_F(CodeCheckLabels, MessagesNameTheCodeInTheMembersWords) {
   }
 }
 
-class Currencies : public ScreenTest {};
+class Currencies : public ReferenceTest {};
 
 TEST_F(Currencies, ANewOneStartsWithoutRateAndIsNotTheHomeCurrency) {
   open(125);

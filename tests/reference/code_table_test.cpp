@@ -8,9 +8,6 @@ using namespace Qt::StringLiterals;
 namespace goodsbook {
 namespace {
 
-using Lines = std::vector<QString>;
-using Table = std::vector<std::vector<QString>>;
-
 class Units : public ReferenceTest {
  protected:
   void add(const QString& code, const QString& name, const QString& note = {}) {

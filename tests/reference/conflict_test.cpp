@@ -2,15 +2,12 @@
 // question before deleting tells, and where filters open.
 #include <gtest/gtest.h>
 
-#include "app/driver/screen_test.h"
+#include "tests/reference/reference_test.h"
 
 using namespace Qt::StringLiterals;
 
 namespace goodsbook {
 namespace {
-
-using Lines = std::vector<QString>;
-using Table = std::vector<std::vector<QString>>;
 
 struct Member {
   const char* name;
@@ -72,7 +69,7 @@ const Member members[] = {
      u"delete from D1010"_s},
 };
 
-class Conflict : public ScreenTest, public testing::WithParamInterface<Member> {
+class Conflict : public ReferenceTest, public testing::WithParamInterface<Member> {
  protected:
   void openList() {
     sql(GetParam().insert);
@@ -267,7 +264,7 @@ const Used used[] = {
      u"是否删除【1 现金】?"_s},
 };
 
-using Uses = ScreenTest;
+using Uses = ReferenceTest;
 
 TEST_F(Uses, AreNamedBeforeDeleting) {
   for (const Used& one : used) {
@@ -285,7 +282,7 @@ TEST_F(Uses, AreNamedBeforeDeleting) {
   }
 }
 
-using Filters = ScreenTest;
+using Filters = ReferenceTest;
 
 TEST_F(Filters, OpenOnTheirFirstField) {
   for (const int module : {112, 113, 114}) {

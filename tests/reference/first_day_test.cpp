@@ -10,7 +10,6 @@ using namespace Qt::StringLiterals;
 namespace goodsbook {
 namespace {
 
-using Lines = std::vector<QString>;
 using Texts = std::vector<std::pair<QString, QString>>;  // element, what is typed there
 
 class FirstDay : public ReferenceTest {
@@ -108,21 +107,6 @@ TEST_F(FirstDay, WhatIsNeededFirstIsSaid) {
   press(u"F9"_s);
   EXPECT_EQ(messages(), Lines{u"该类的科目不存在!"_s});
   click(u"btn_Cancel"_s);
-}
-
-TEST_F(FirstDay, AnEmptyShopIsOfferedTheStartingSet) {
-  const auto offer = [this] { onGui([] { offerStartingSet(Session::current().database()); }); };
-  const auto units = [this] { return sql(u"select count(*) from D1003"_s).at(0).at(0).toInt(); };
-  answer({u"n"_s, u"y"_s});
-  offer();
-  EXPECT_EQ(units(), 0);
-  offer();
-  EXPECT_GT(units(), 10);
-  const Lines asked = messages();
-  ASSERT_EQ(asked.size(), 2U);
-  EXPECT_TRUE(asked[0].contains(u"是否建立新店常用的基本资料?"_s));
-  offer();
-  EXPECT_EQ(messages(), Lines()) << "a shop with data is left alone";
 }
 
 }  // namespace

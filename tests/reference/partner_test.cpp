@@ -9,9 +9,6 @@ using namespace Qt::StringLiterals;
 namespace goodsbook {
 namespace {
 
-using Lines = std::vector<QString>;
-using Table = std::vector<std::vector<QString>>;
-
 struct Member {
   int module;
   QString listClass, caption, table, codeTitle, codeCaption, account, kmIda;

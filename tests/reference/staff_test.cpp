@@ -13,9 +13,6 @@ using namespace Qt::StringLiterals;
 namespace goodsbook {
 namespace {
 
-using Lines = std::vector<QString>;
-using Table = std::vector<std::vector<QString>>;
-
 class Staff : public ReferenceTest {
  protected:
   void SetUp() override {
@@ -36,13 +33,7 @@ TEST_F(Staff, TheListShowsThoseWhoseDepartmentExists) {
   EXPECT_EQ(
       statements(),
       Lines{u"SELECT D1101.*, D1008.BM_NAME FROM D1101 INNER JOIN  D1008 ON D1101.BM_ID = D1008.BM_ID"_s});
-  QStringList columns;
-  const QJsonArray all = done({{u"cmd"_s, u"rows"_s}, {u"element"_s, u"DBGridEh"_s}})["columns"_L1].toArray();
-  for (const QJsonValue& column : all) {
-    if (column["visible"_L1].toBool())
-      columns << column["field"_L1].toString() + u' ' + column["title"_L1].toString();
-  }
-  EXPECT_EQ(columns.join(u',').toStdString(),
+  EXPECT_EQ(shownColumns(),
             "YW_ID 职员代号,YW_NAME 名称,BM_ID 部门代号,BM_NAME 部门名称,TEL 电话,FAX 传真,EMAIL EMAIL,ADDR "
             "联系地址,TC 提成比,BDATE 合同日期,EDATE 结束日期,T 离职否,NOTE 备注");
 }
@@ -124,6 +115,15 @@ TEST_F(Staff, AnEditShowsTheContractDateAsTheEnd) {
   click(u"btn_ok"_s);
   EXPECT_EQ(messages(), Lines{u"职员代号已登记!"_s});
   click(u"btn_Cancel"_s);
+}
+
+TEST_F(Staff, AnEditShowsTheDepartmentAsItIsNow) {
+  openStaff();
+  sql(u"update D1101 set BM_ID='02';update D1008 set BM_NAME='总仓' where BM_ID='02'"_s);
+  act(u"Act_Edit"_s);
+  EXPECT_EQ(text(u"BM_ID"_s) + text(u"bm_NAME"_s), u"02总仓"_s);
+  click(u"btn_Cancel"_s);
+  EXPECT_EQ(rows(u"DBGridEh"_s)[0]["BM_NAME"_L1].toString(), u"总仓"_s);
 }
 
 TEST_F(Staff, ARowWithoutARatioIsCopied) {
@@ -228,6 +228,20 @@ TEST_F(Staff, TheRatioIsAtMostOne) {
   EXPECT_EQ(messages(),
             (Lines{u"提成比不能大于1!应该在0.01~1.00之间"_s, u"提成比不能大于1!应该在0.01~1.00之间"_s}));
   EXPECT_EQ(statements(), Lines());
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(Staff, TheEditOfTheRatioKnowsItsMaximumAndLeavesWhatIsTyped) {
+  openStaff();
+  act(u"Act_Edit"_s);
+  onGui([] {
+    const auto* ratio = QApplication::activeModalWidget()->findChild<TDBNumberEditEh*>(u"tc"_s);
+    EXPECT_EQ(ratio->maximum(), 1.0);
+  });
+  EXPECT_EQ(type(u"tc"_s, u"1.5"_s), u"1.5"_s);
+  onGui([] {
+    EXPECT_TRUE(QApplication::activeModalWidget()->findChild<TDBNumberEditEh*>(u"tc"_s)->exceedsMaximum());
+  });
   click(u"btn_Cancel"_s);
 }
 

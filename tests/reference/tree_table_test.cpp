@@ -8,9 +8,6 @@ using namespace Qt::StringLiterals;
 namespace goodsbook {
 namespace {
 
-using Lines = std::vector<QString>;
-using Table = std::vector<std::vector<QString>>;
-
 class TreeScreen : public ReferenceTest {
  protected:
   QStringList tree() {  // a line a node, indented by depth, the selected one marked

@@ -3,19 +3,16 @@
 
 #include <QApplication>
 
-#include "app/driver/screen_test.h"
 #include "host/U_glo.h"
 #include "host/controls/TDBGridEh.h"
+#include "tests/reference/reference_test.h"
 
 using namespace Qt::StringLiterals;
 
 namespace goodsbook {
 namespace {
 
-using Lines = std::vector<QString>;
-using Table = std::vector<std::vector<QString>>;
-
-class WarehouseRights : public ScreenTest {
+class WarehouseRights : public ReferenceTest {
  protected:
   void SetUp() override {
     ScreenTest::SetUp();

@@ -54,7 +54,10 @@ TEST(Prepare, AnOlderDatabaseIsBroughtUpToDateWithItsRows) {
   old.executeScript(versionOneScript());
   old.execute("insert into SYS_RIGHT (USER_ID,MODULE,R_EDIT) values ('A','101',1),('B','101',0)");
   old.execute("insert into SYS_AUDIT (AUDIT_TIME,MODULE,KEY_VALUE) values (getdate(),'101','0001')");
+  old.execute("insert into D1102 (KH_GYS_ID) values ('A1')");
   prepare(old.connection());
+  EXPECT_EQ(old.rows("select GRADE,ADDR_ID from D1102"), (Table{{"null", "null"}}))
+      << "rows stay as they are";
   EXPECT_EQ(old.rows("select VERSION from SYS_VERSION"), (Table{{std::to_string(version())}}));
   EXPECT_EQ(old.rows("select USER_ID,R_COST from SYS_RIGHT order by USER_ID"),
             (Table{{"A", "1"}, {"B", "0"}}));
@@ -63,6 +66,13 @@ TEST(Prepare, AnOlderDatabaseIsBroughtUpToDateWithItsRows) {
   Database made;
   prepare(made.connection());
   for (const std::string_view table : tables) EXPECT_EQ(old.columns(table), made.columns(table)) << table;
+  for (Database* database : {&old, &made}) {
+    for (const std::string partners : {"D1102", "D1103"}) {
+      database->execute("insert into " + partners + " (KH_GYS_ID) values ('N1')");
+      EXPECT_EQ(database->rows("select GRADE,ADDR_ID from " + partners + " where KH_GYS_ID='N1'"),
+                (Table{{"1", "01"}}));
+    }
+  }
 }
 
 TEST(Prepare, ANewerDatabaseIsRefusedAndLeftAlone) {

@@ -120,6 +120,42 @@ TEST_F(DefinitionsTest, AddedColumnsAreNullInOldRowsUnlessTheyMustNotBe) {
   EXPECT_EQ(errorOf("alter table X add A int"), 2705);
 }
 
+TEST_F(DefinitionsTest, DefaultsCanBeAddedToColumnsThatAreThere) {
+  define(
+      "create table X(id int not null primary key, a varchar(5), b nvarchar(5) not null, c float, d datetime)");
+  define("create index IX_X_a on X(a);insert into X values(1,null,'o',null,null)");
+  const auto other = Connection::open(session.folder() / "test.db");
+  const auto count = [&other](std::string_view select) {
+    const auto cursor = other->query(select);
+    return cursor->next() ? cursor->row().integer(0) : -1;
+  };
+  EXPECT_EQ(count("select count(*) from X"), 1);
+  define(
+      "alter table X add default 'n' for A, constraint DF_X_b default N'瓶' for b, default -1.5 for c, default getdate() "
+      "for d");
+  define("insert into X(id) values(2);insert into X(id,a,c) values(3,null,default)");
+  EXPECT_EQ(session.rows("select a,b,c,d from X order by id"),
+            (Rows{{std::nullopt, "o", std::nullopt, std::nullopt},
+                  {"n", "瓶", "-1.5", "2026-11-20 10:11:12"},
+                  {std::nullopt, "瓶", "-1.5", "2026-11-20 10:11:12"}}));
+  EXPECT_EQ(errorOf("insert into X(id) values(3)"), 2627) << "keys stay";
+  EXPECT_EQ(errorOf("drop index IX_X_a on X"), 0) << "and indexes";
+  EXPECT_EQ(count("select count(*) from X where b='瓶'"), 2) << "other programs go on";
+  EXPECT_EQ(errorOf("alter table X add default 'm' for a"), 1781);
+  EXPECT_EQ(errorOf("alter table X add default 1 for nosuch"), 1752);
+  EXPECT_EQ(errorOf("alter table X add default 'longer than five' for b", Permission::Screens), 262);
+}
+
+TEST_F(DefinitionsTest, AnAddedDefaultIsUndoneWithItsBatch) {
+  define("create table X(id int, a varchar(5))");
+  EXPECT_EQ(errorOf("alter table X add default 'n' for a insert into X(id) values(1) raiserror('no',16,1)"),
+            50000);
+  define("insert into X(id) values(2)");
+  EXPECT_EQ(session.rows("select id,a from X"), (Rows{{"2", std::nullopt}}));
+  EXPECT_EQ(errorOf("create table Y(n int identity(1,1), a int);alter table Y add default 1 for n"), 1754);
+  EXPECT_EQ(errorOf("alter table X add default 'n' for a, default 'm' for a"), 1781);
+}
+
 TEST_F(DefinitionsTest, WrongDefinitionsAreRefused) {
   EXPECT_EQ(errorOf("create table D1003(a int)"), 2714);
   EXPECT_EQ(errorOf("create table X(a int, A int)"), 2705);

@@ -263,7 +263,12 @@ struct StatementDumper {
     return list("create-table " + dump(node.table), elements(node.columns, node.constraints));
   }
   std::string operator()(const AlterTableAdd& node) const {
-    return list("alter-table " + dump(node.table), elements(node.columns, node.constraints));
+    std::vector<std::string> parts = elements(node.columns, node.constraints);
+    for (const ColumnDefault& added : node.defaults) {
+      parts.push_back(list(
+          "default", {added.name.empty() ? "" : dump(added.name), dump(added.column), dump(added.value)}));
+    }
+    return list("alter-table " + dump(node.table), parts);
   }
   std::string operator()(const CreateIndex& node) const {
     return list("create-index", {maybe(node.unique, "unique"), dump(node.name), dump(node.table),

@@ -124,6 +124,8 @@ const ErrorRow refused[] = {
     {"foreign keys", "create table t (a int references u)", 40510, "不支持 REFERENCES。"},
     {"computed columns", "create table t (a as 1)", 40510, "不支持 AS。"},
     {"dropping columns", "alter table t drop column a", 40510, "不支持 ALTER TABLE … drop。"},
+    {"defaults behind the columns of a new table", "create table t (a int, constraint d default 1 for a)",
+     40510, "不支持 DEFAULT … FOR。"},
     {"filtered indexes", "create index i on t (a) where a>1", 40510, "不支持 CREATE INDEX … WHERE。"},
     {"conversions that may fail", "select try_cast('a' as int)", 40510, "不支持 try_cast。"},
 };

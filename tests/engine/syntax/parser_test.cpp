@@ -161,6 +161,8 @@ const ParserRow definitions[] = {
      "int<1>)) (body (if (= @a int<1>) (delete <t>) (else (block (update <t> (set <b> @b))))) (delete <u>)))"},
     {"ALTER TABLE", "alter table t add a int null, constraint u unique (a)",
      "(alter-table <t> (column <a> (type <int> -1 -1) null) (key <u> unique (columns <a>)))"},
+    {"ALTER TABLE with defaults", "alter table t add default -1 for a, constraint d default N'x' for b",
+     "(alter-table <t> (default <a> (- int<1>)) (default <d> <b> ntext<x>))"},
     {"DROP", "drop table a, b drop table if exists c drop index i on t, t.j drop proc p",
      "(drop-table <a> <b>)\n(drop-table if-exists <c>)\n(drop-index <i>@<t> <j>@<t>)\n(drop-procedure <p>)"},
 };

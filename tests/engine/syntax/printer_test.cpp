@@ -107,6 +107,9 @@ const PrinterRow rows[] = {
     {"a compound assignment is told in full", "update t set a+=1,t.b*=c+1",
      "UPDATE t SET a = a + 1, t.b = t.b * (c + 1);"},
     {"an index of the old form", "drop index t.i", "DROP INDEX i ON t;"},
+    {"defaults of columns that are there",
+     "alter table t add a int, constraint d default N'x' for b, default 1 for c",
+     "ALTER TABLE t ADD a int, CONSTRAINT d DEFAULT N'x' FOR b, DEFAULT 1 FOR c;"},
     {"arguments without quotes", "exec p -5, word, @a='x', null, default, 0xFF",
      "EXEC p - 5, 'word', @a = 'x', NULL, DEFAULT, 0xFF;"},
 };

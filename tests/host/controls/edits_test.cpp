@@ -158,6 +158,21 @@ TEST(NumberEdit, KeepsTheTextAsTypedAndEmptyStaysEmpty) {
   EXPECT_EQ(edit.value(), 0.0);
 }
 
+TEST(NumberEdit, AMaximumIsForChecksAndClampsNothing) {
+  TDBNumberEditEh edit;
+  edit.setText(u"1000000"_s);
+  EXPECT_FALSE(edit.exceedsMaximum()) << "there is none";
+  edit.setMaximum(1);
+  EXPECT_TRUE(edit.exceedsMaximum());
+  EXPECT_EQ(edit.text(), u"1000000"_s);
+  edit.clear();
+  edit.insertTyped(u"1.01"_s);
+  EXPECT_EQ(edit.text(), u"1.01"_s);
+  EXPECT_TRUE(edit.exceedsMaximum());
+  edit.setValue(1);
+  EXPECT_FALSE(edit.exceedsMaximum());
+}
+
 TEST(NumberEdit, DigitsBeforeThePointAreFreeWhenThePlacesAreFull) {
   TDBNumberEditEh edit;
   edit.setDecimalPlaces(2);
