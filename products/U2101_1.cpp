@@ -89,6 +89,7 @@ void TF2101_1::refreshHeader() {
   } else {
     setText(u"user_name"_s, listRows().text(u"USER_NAME"_s));
     showDates(true);
+    setText(u"DJ"_s, listRows().text(u"DJ"_s));  // rounded: nobody saves it
   }
   if (mode() == "CopyAdd"_L1) {
     setText(u"Edit1"_s, {});
@@ -138,7 +139,7 @@ void TF2101_1::pickUnit() {
 }
 
 void TF2101_1::addUnitRow() {
-  if (!isReadOnly()) DataSetDJ.append();
+  DBGridEh1->appendRow();
 }
 
 void TF2101_1::removeUnitRow() {

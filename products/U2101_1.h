@@ -49,7 +49,8 @@ class TF2101_1 : public ProductEditor {
 
   void drawNumber();  // what an automatic number stands for becomes one
   QString headerStatements() const;
-  QString unitStatements();
+  void checkUnits();  // of the grid
+  QString unitStatements() const;
   QString closingStatements() const;
   void storePicture();
   void showInList();

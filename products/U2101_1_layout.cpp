@@ -112,6 +112,9 @@ QWidget* TF2101_1::buildSingleUnit() {
   };
   FieldSpec barcode = productField(u"TM"_s, true);
   barcode.width = 240;
+  FieldSpec cost = price(u"DJ"_s, tr("加 权 价"), u"DJ"_s, false);
+  cost.check = FieldCheck::None;
+  cost.readOnly = true;
   FormBuilder(*this, area)
       .fields({
           productField(u"dw_id"_s),
@@ -120,7 +123,7 @@ QWidget* TF2101_1::buildSingleUnit() {
           price(u"VIPSJ"_s, tr("会 员 价"), u"VIPSJ"_s, true),
           price(u"pfj"_s, tr("批 发 价"), u"PFJ"_s, false),
           price(u"CGJ"_s, tr("采 购 价"), u"CGJ"_s, true),
-          {.name = u"DJ"_s, .label = tr("加 权 价"), .kind = FieldKind::Value, .column = u"DJ"_s},
+          cost,
       });
   alignLabels(area, labelWidth());
   return page;
@@ -147,8 +150,8 @@ QWidget* TF2101_1::buildUnitGrid() {
       number(u"VIPSJ"_s, tr("会员价")),
       number(u"PFJ"_s, tr("批发价")),
       number(u"CGJ"_s, tr("采购价")),
-      {.field = u"TM"_s, .title = tr("条码"), .width = 110, .readOnly = false},
-      {.field = u"Y"_s, .title = tr("年"), .width = 36, .visible = false},
+      {.field = u"TM"_s, .title = tr("条码"), .width = 104, .readOnly = false},
+      {.field = u"Y"_s, .title = tr("年"), .width = 32},
       {.field = tr("多条码"), .title = tr("多条码"), .width = 56, .button = true},
       {.field = tr("区域售价"), .title = tr("区域售价"), .width = 64, .button = true},
   });
@@ -170,6 +173,7 @@ QWidget* TF2101_1::buildUnitGrid() {
   item(u"N6"_s, tr("删除"), Qt::CTRL | Qt::Key_Delete, &TF2101_1::removeUnitRow);
   connect(DBGridEh1, &TDBGridEh::columnButtonClicked, this,
           [this](int row, const QString& field) { guarded(this, [&] { unitButtonClick(row, field); }); });
+  connect(DBGridEh1, &TDBGridEh::enteredBehindLast, this, &TF2101_1::focusNextField);
   connect(&DataSetDJ, &RecordSet::stateChanged, this, [this] {
     if (!loading() && DataSetDJ.state() != RecordSet::State::Browse) AllChange();
   });

@@ -11,17 +11,23 @@ using namespace Qt::StringLiterals;
 
 namespace goodsbook {
 
+namespace {
+
+bool isPrice(const QString& field) {
+  return QStringList{u"SJ"_s, u"VIPSJ"_s, u"PFJ"_s, u"CGJ"_s}.contains(field);
+}
+
+}  // namespace
+
 void TF2101_1::SaveData() {
-  drawNumber();
-  const QString header = headerStatements();
   refuseWithdrawnNegativeStock(tr("该商品有负库存,不能取消该商品的负库存状态!"));
-  const QString batch = header + unitStatements() + closingStatements();
+  if (!singleUnit_) checkUnits();
   // Lists join to category and unit: without them a product would be lost.
   CheckBlank(edit(u"Edit2"_s));
   CheckBlank(edit(u"CLASS_ID"_s));
   if (singleUnit_) CheckBlank(edit(u"dw_id"_s));
-  const QString code = text(u"Edit1"_s);
-  ExecSql(moduleCode_, code, mode(), batch);
+  drawNumber();  // last of all, so that a save that is refused uses up none
+  ExecSql(moduleCode_, text(u"Edit1"_s), mode(), headerStatements() + unitStatements() + closingStatements());
   storePicture();
   showInList();
 }
@@ -29,7 +35,6 @@ void TF2101_1::SaveData() {
 void TF2101_1::drawNumber() {
   const QString typed = text(u"Edit1"_s);
   if (!GPARAM0 || !isAdding() || (typed != tr("自动编号") && !typed.trimmed().isEmpty())) return;
-  if (GPARAM1) CheckBlank(edit(u"CLASS_ID"_s));
   setText(u"Edit1"_s, {});
   Edit1Exit();
 }
@@ -52,15 +57,16 @@ QString TF2101_1::headerStatements() const {
          u"',EDATE=GETDATE() where WL_ID='"_s + code + u"';"_s + historyStatement(code);
 }
 
-QString TF2101_1::unitStatements() {
+void TF2101_1::checkUnits() {
+  units_.check([this](const QString& field) {
+    DBGridEh1->setSelectedField(field);
+    DBGridEh1->setFocus();
+  });
+}
+
+QString TF2101_1::unitStatements() const {
   const QString code = text(u"Edit1"_s);
-  if (!singleUnit_) {
-    units_.check([this](const QString& field) {
-      DBGridEh1->setSelectedField(field);
-      DBGridEh1->setFocus();
-    });
-    return units_.statements(code);
-  }
+  if (!singleUnit_) return units_.statements(code);
   const QString unit = text(u"dw_id"_s);
   const QString barcode = text(u"TM"_s);
   if (!isAdding()) {
@@ -101,9 +107,11 @@ void TF2101_1::showInList() {
   const QStringList unitFields{u"DW_ID"_s, u"DW_NAME"_s, u"SJ"_s, u"VIPSJ"_s, u"PFJ"_s, u"CGJ"_s, u"TM"_s};
   if (singleUnit_) {
     const QStringList elements{u"dw_id"_s, u"DW_NAME"_s, u"SJ"_s, u"VIPSJ"_s, u"pfj"_s, u"CGJ"_s, u"TM"_s};
-    for (qsizetype i = 0; i < unitFields.size(); ++i) list.setValue(unitFields[i], text(elements[i]));
+    for (qsizetype i = 0; i < unitFields.size(); ++i)
+      list.setValue(unitFields[i],
+                    isPrice(unitFields[i]) ? savedNumber(elements[i]) : QVariant(text(elements[i])));
   } else if (units_.moveToMain()) {
-    for (const QString& field : unitFields) list.setValue(field, DataSetDJ.value(field));
+    for (const QString& field : unitFields) list.setValue(field, units_.savedValue(field));
   }
   list.setValue(u"DWCOUNT"_s, singleUnit_ ? 1 : DataSetDJ.rowCount());
   list.post();

@@ -10,6 +10,7 @@
 #include "host/U_glo.h"
 #include "host/data/U_dataop.h"
 #include "host/data/errors.h"
+#include "host/data/sql_sets.h"
 #include "host/lookup/pickers.h"
 #include "host/session.h"
 #include "products/U2101_2.h"
@@ -87,8 +88,22 @@ void ProductEditor::Edit1Exit() {
   CheckBlank(code);
   CheckText(code, tr("商品编号"));
   opensql(AdoQry_Tmp, moduleCode_, u"select wl_id from D1801 where wl_id='"_s + code->text() + u'\'');
-  if (AdoQry_Tmp.isEmpty()) return;
-  DISPINFO(tr("商品编号已登记!"), 5);
+  if (!AdoQry_Tmp.isEmpty()) {
+    DISPINFO(tr("商品编号已登记!"), 5);
+    throw EAbort();
+  }
+  if (isAdding()) refuseCodeWithUnits();
+}
+
+// Deleting a product leaves its units, which documents name. Under the same code they would be the new
+// product's.
+void ProductEditor::refuseCodeWithUnits() {
+  const QString code = text(u"Edit1"_s);
+  const SqlSets units =
+      runSql(Session::current().database(), u"select top 1 adw from D1801DW where WL_ID="_s + QuotedStr(code),
+             Database::Permission::Screens);
+  if (units.sets.empty() || units.sets.front().rows.empty()) return;
+  DISPINFO(tr("编号【%1】属于已删除的商品，其单位资料仍在，请换一个编号!").arg(code), 5);
   throw EAbort();
 }
 
@@ -148,6 +163,12 @@ QString ProductEditor::stockStatement() const {
   if (!G_CKCOUNT_C) return {};
   return u"INSERT INTO D1802 (WL_ID, CHECK_KC, CK_ID) select top 1 '"_s + code + u"',"_s + flag +
          u",ck_id from d1007;"_s;
+}
+
+QVariant ProductEditor::savedNumber(const QString& element) const {
+  const QString typed = text(element).trimmed();
+  if (typed.isEmpty() && isAdding()) return {};
+  return typed.toDouble();
 }
 
 void ProductEditor::storeHeader() {

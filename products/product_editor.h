@@ -35,12 +35,16 @@ class ProductEditor : public TFrm_Base_Detail {
   static QString historyStatement(const QString& code);
   // Whether negative stock is allowed: in all warehouses, or for a new product in the first one.
   QString stockStatement() const;
+  // The number that a price's edit left in the database: an empty one is 0, but stays NULL where a new row
+  // does not set it.
+  QVariant savedNumber(const QString& element) const;
   void storeHeader();  // what all have of it, into the list's current row, without posting
 
   QPushButton* BTN_CHANGE = nullptr;
 
  private:
   void BTN_CHANGEClick();
+  void refuseCodeWithUnits();
 };
 
 }  // namespace goodsbook

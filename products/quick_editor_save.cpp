@@ -154,18 +154,21 @@ void QuickProductEditor::writeBack() {
   storeHeader();
   for (const auto& [field, element] : {std::pair{u"dw_id"_s, u"dw_id"_s},
                                        {u"DW_NAME"_s, u"DW_NAME"_s},
-                                       {u"SJ"_s, u"SJ"_s},
-                                       {u"vipSJ"_s, u"vipsj"_s},
-                                       {u"CGJ"_s, u"CGJ"_s},
-                                       {u"pfj"_s, u"PFJ"_s},
                                        {u"TM"_s, u"TM"_s},
-                                       {u"DW_zh"_s, u"dw_zh"_s},
                                        // Not shown, but what the row is edited from the next time.
                                        {u"DW_J_NAME"_s, u"Edit4"_s}}) {
     row.setValue(field, text(element));
   }
+  for (const auto& [field, element] : {std::pair{u"SJ"_s, u"SJ"_s},
+                                       {u"vipSJ"_s, u"vipsj"_s},
+                                       {u"CGJ"_s, u"CGJ"_s},
+                                       {u"pfj"_s, u"PFJ"_s},
+                                       {u"DW_zh"_s, u"dw_zh"_s}}) {
+    row.setValue(field, savedNumber(element));
+  }
   if (hasReferencePrices_) {
-    for (const QString& name : {u"PFJ1"_s, u"PFJ2"_s, u"PFJ3"_s, u"PFJ4"_s}) row.setValue(name, text(name));
+    for (const QString& name : {u"PFJ1"_s, u"PFJ2"_s, u"PFJ3"_s, u"PFJ4"_s})
+      row.setValue(name, savedNumber(name));
   }
   row.post();
 }

@@ -1,6 +1,7 @@
 #include "products/unit_rows.h"
 
 #include <QCoreApplication>
+#include <algorithm>
 #include <cmath>
 
 #include "host/U_function.h"
@@ -165,7 +166,20 @@ void UnitRows::setDefaults() {
 }
 
 QString UnitRows::unitName(const QString& code) const {
-  return names_.value(code.trimmed().toUpper());
+  const QString known = names_.value(code.trimmed().toUpper());
+  // A unit may have been added since they were read.
+  return known.isEmpty() ? lookup::units().nameOf(code).value_or(QString()) : known;
+}
+
+QVariant UnitRows::savedValue(const QString& field) const {
+  const QVariant value = rows_.value(field);
+  if (!value.isNull() || rows_.field(rows_.fieldIndex(field)).type != FieldType::Float) return value;
+  const QString unit = rows_.text(u"adw"_s);
+  const std::vector<RecordSet::Change> changes = rows_.changes();
+  const bool saved = isNew() || std::ranges::any_of(changes, [&](const RecordSet::Change& change) {
+                       return After(rows_, change).text(u"adw"_s) == unit;
+                     });
+  return saved ? QVariant(0.0) : value;
 }
 
 bool UnitRows::isNew() const {
@@ -183,7 +197,11 @@ bool UnitRows::moveToMain() {
 }
 
 void UnitRows::check(const PointTo& pointTo) {
-  if (rows_.state() == RecordSet::State::Edit || rows_.state() == RecordSet::State::Insert) rows_.post();
+  if (rows_.state() == RecordSet::State::Insert && !rows_.isModified()) {
+    rows_.cancel();  // Enter behind the last row appended it, and nothing was typed into it
+  } else if (rows_.state() != RecordSet::State::Browse) {
+    rows_.post();
+  }
   if (rows_.isEmpty()) refuse("请在表格最少输入一种单位,且至少要标志一个主单位!");
   if (!rows_.hasChanges()) return;
   const int main = rows_.fieldIndex(u"T"_s);

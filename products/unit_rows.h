@@ -27,9 +27,10 @@ class UnitRows {
   // The statements of all changes, in the order in which they were made.
   QString statements(const QString& product) const;
 
-  bool moveToMain();                            // makes the main unit's row current; false when there is none
-  bool isNew() const;                           // the current row was added in this editing
-  QString unitName(const QString& code) const;  // empty for an unknown one
+  bool moveToMain();  // makes the main unit's row current; false when there is none
+  QVariant savedValue(const QString& field) const;  // of the current row: an emptied number was saved as 0
+  bool isNew() const;                               // the current row was added in this editing
+  QString unitName(const QString& code) const;      // empty for an unknown one
 
  private:
   void create();

@@ -32,6 +32,7 @@ TF2107_2::TF2107_2(QWidget* owner)
   buttonRow()->insertWidget(0, bsSkinButton1);
   btn_Cancel->setText(tr("取消 ESC"));
   onClick(bsSkinButton1, [this] { bsSkinButton1Click(); });
+  connect(DBGridEh1, &TDBGridEh::enteredBehindLast, this, &TF2107_2::focusNextField);
   connect(&AdoQry_Tmp, &RecordSet::validateField, this, [this](const QString& field) {
     if (field.compare("W"_L1, Qt::CaseInsensitive) == 0) AdoQry_TmpWValidate();
   });

@@ -66,7 +66,8 @@ create table D1801DW (
   COLORVALUE int,
   Y int
 )
-create index IX_D1801DW_WL_ID on D1801DW (WL_ID, T)
+-- The main unit first: who asks for the units of a product without an order takes the first row.
+create index IX_D1801DW_WL_ID on D1801DW (WL_ID, T desc)
 create index IX_D1801DW_TM on D1801DW (TM)
 create index IX_D1801DW_DW_ID on D1801DW (DW_ID)
 go

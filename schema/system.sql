@@ -94,5 +94,5 @@ create table SYS_VERSION (
 )
 go
 insert into SYS_USER (USER_ID, USER_NAME, T) values (N'ADMIN', N'系统管理员', 1)
-insert into SYS_VERSION (VERSION) values (5)
+insert into SYS_VERSION (VERSION) values (6)
 go

@@ -53,6 +53,9 @@ bool TDBGridEh::isReadOnly() const {
 void TDBGridEh::setAllowAppend(bool on) {
   d_->allowAppend = on;
 }
+bool TDBGridEh::appendRow() {
+  return d_->appendAtEnd();
+}
 void TDBGridEh::setRowNumbers(bool on) {
   verticalHeader()->setVisible(on);
 }
@@ -77,6 +80,14 @@ QString TDBGridEh::footerText(const QString& field) const {
 
 bool TDBGridEh::findText(const QString& text) {
   return d_->search->begin(text);
+}
+
+void TDBGridEh::setKeyField(const QString& field) {
+  d_->search->setKeyField(field);
+}
+
+bool TDBGridEh::isSearchKey(const QKeyEvent& event) const {
+  return d_->search->isOwnKey(event);
 }
 
 void TDBGridEh::setDrawColumnCell(DrawColumnCell draw) {
@@ -197,6 +208,20 @@ void TDBGridEh::copyToClipboard() {
   QGuiApplication::clipboard()->setText(copied);
 }
 
+bool TDBGridEh::event(QEvent* event) {
+  // These keys are shortcuts of lists, too.
+  if (event->type() == QEvent::ShortcutOverride && isSearchKey(*static_cast<QKeyEvent*>(event))) {
+    event->accept();
+    return true;
+  }
+  return QTableView::event(event);
+}
+
+bool TDBGridEh::focusNextPrevChild(bool next) {
+  return d_->isOutermost(currentIndex(), next) ? QAbstractScrollArea::focusNextPrevChild(next)
+                                               : QTableView::focusNextPrevChild(next);
+}
+
 void TDBGridEh::keyPressEvent(QKeyEvent* event) {
   event->ignore();
   const QPointer<TDBGridEh> alive(this);
@@ -207,12 +232,10 @@ void TDBGridEh::keyPressEvent(QKeyEvent* event) {
     guarded(this, [this] { copyToClipboard(); });
     return;
   }
-  const int column = currentIndex().column();
-  const bool canSearch = column >= 0 && !d_->model->canEdit(column) && !d_->model->column(column).button;
   bool handled = false;
   const bool ended = guarded(this, [&] {
-    handled =
-        (canSearch && d_->search->handleKey(*event)) || d_->handleCellKey(*event) || d_->handleRowKey(*event);
+    handled = (d_->search->isPossible() && d_->search->handleKey(*event)) || d_->handleCellKey(*event) ||
+              d_->handleRowKey(*event);
   });
   if (handled || !ended) return;
   if (event->key() == Qt::Key_Escape) {
@@ -223,8 +246,7 @@ void TDBGridEh::keyPressEvent(QKeyEvent* event) {
 }
 
 void TDBGridEh::inputMethodEvent(QInputMethodEvent* event) {
-  const int column = currentIndex().column();
-  if (column < 0 || d_->model->canEdit(column)) {
+  if (!d_->search->isPossible()) {
     QTableView::inputMethodEvent(event);
     return;
   }

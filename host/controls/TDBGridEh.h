@@ -50,7 +50,8 @@ class GOODSBOOKHOST_EXPORT TDBGridEh : public QTableView {
 
   void setReadOnly(bool readOnly);  // no cell can be changed
   bool isReadOnly() const;
-  void setAllowAppend(bool on);  // Down behind the last row appends one
+  void setAllowAppend(bool on);  // Down and Enter behind the last row append one
+  bool appendRow();              // as these keys do; false when it may not be or an empty new row waits
   void setRowNumbers(bool on);
   void setSortable(bool on);
   void setEvenRowColor(const QColor& color);       // none: the palette's alternate colour
@@ -61,6 +62,9 @@ class GOODSBOOKHOST_EXPORT TDBGridEh : public QTableView {
   // Makes the next row current whose text in the current column begins with `text`, behind the current row
   // and around; the same search goes on by typing and F3. False when there is none.
   bool findText(const QString& text);
+  // The column that is current when a list opens, and searched where the current one shows boxes only.
+  void setKeyField(const QString& field);
+  bool isSearchKey(const QKeyEvent& event) const;  // Esc, F3, Shift+F3 while a search is going on
 
   // Rows picked by the user, in the order of picking; none picked is empty (the current row does not count).
   std::vector<RecordSet::Bookmark> selectedRows() const;
@@ -89,9 +93,13 @@ class GOODSBOOKHOST_EXPORT TDBGridEh : public QTableView {
   void rowDoubleClicked(int row);
   void titleClicked(const QString& field);
   void columnEntered(const QString& field);
+  void enteredBehindLast();           // Enter where no further cell is to be filled in
   void keyPressed(QKeyEvent* event);  // before the grid handles it; accepted events go no further
 
  protected:
+  bool event(QEvent* event) override;
+  bool focusNextPrevChild(
+      bool next) override;  // behind the last cell and before the first one out of the grid
   void keyPressEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;

@@ -27,6 +27,9 @@ class TDBGridEh::Private {
   void placeFooter();
   int defaultWidth(int column) const;
   int firstShown() const;
+  int firstCurrent() const;  // where a list that was opened begins: the key's column if shown
+  int entryColumn() const;   // where filling in a new row begins; -1 when nothing is edited
+  bool isOutermost(const QModelIndex& cell, bool next) const;  // no cell behind it, or none before it
   int nextEditable(int column) const;  // behind it in visual order; -1 when there is none
   void showHeaderMenu(QPoint place);
   void sortBy(int column);
@@ -50,7 +53,8 @@ class TDBGridEh::Private {
   void pickByMouse(int row, int before, Qt::KeyboardModifiers modifiers);
   bool handleRowKey(const QKeyEvent& event);
   bool appendAtEnd();
-  bool dropEmptyRow();
+  bool dropEmptyRow();  // the new row at the end that nothing was typed into
+  bool leaveByTab(const QKeyEvent& event);
 
   TDBGridEh* const q;
   GridModel* const model;

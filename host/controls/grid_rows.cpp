@@ -100,7 +100,7 @@ void TDBGridEh::Private::followRecordSet() {
   if (row == q->currentIndex().row()) return;
   following = true;
   int column = q->currentIndex().column();
-  if (column < 0 || q->isColumnHidden(column)) column = firstShown();
+  if (column < 0 || q->isColumnHidden(column)) column = firstCurrent();
   q->setCurrentIndex(row >= 0 && row < model->rowCount() && column >= 0 ? model->index(row, column)
                                                                         : QModelIndex());
   following = false;
@@ -123,6 +123,29 @@ int TDBGridEh::Private::firstShown() const {
   return -1;
 }
 
+int TDBGridEh::Private::firstCurrent() const {
+  const int key = search->keyColumn();
+  return key >= 0 ? key : firstShown();
+}
+
+int TDBGridEh::Private::entryColumn() const {
+  int column = nextEditable(-1);
+  while (column >= 0 && model->column(column).checkBox) column = nextEditable(column);
+  return column >= 0 ? column : nextEditable(-1);
+}
+
+bool TDBGridEh::Private::isOutermost(const QModelIndex& cell, bool next) const {
+  if (!cell.isValid()) return true;
+  if (cell.row() != (next ? model->rowCount() - 1 : 0)) return false;
+  const QHeaderView* header = q->horizontalHeader();
+  const int step = next ? 1 : -1;
+  for (int visual = header->visualIndex(cell.column()) + step; visual >= 0 && visual < header->count();
+       visual += step) {
+    if (!header->isSectionHidden(header->logicalIndex(visual))) return false;
+  }
+  return true;
+}
+
 int TDBGridEh::Private::nextEditable(int column) const {
   const QHeaderView* header = q->horizontalHeader();
   for (int visual = column < 0 ? 0 : header->visualIndex(column) + 1; visual < header->count(); ++visual) {
@@ -143,7 +166,11 @@ void TDBGridEh::Private::pressButton(int row, int column) {
 
 void TDBGridEh::Private::goOnFromCell() {
   const QModelIndex current = q->currentIndex();
-  if (!current.isValid()) return;
+  // Enter in a new row before anything was typed: there is none to come.
+  if (!current.isValid() || dropEmptyRow()) {
+    Q_EMIT q->enteredBehindLast();
+    return;
+  }
   if (const int next = nextEditable(current.column()); next >= 0) {
     q->setCurrentIndex(model->index(current.row(), next));
     return;
@@ -151,16 +178,23 @@ void TDBGridEh::Private::goOnFromCell() {
   const int first = nextEditable(-1);
   if (current.row() + 1 < model->rowCount()) {
     q->setCurrentIndex(model->index(current.row() + 1, first));
-  } else {
+  } else if (allowAppend) {
     appendAtEnd();
+  } else {
+    Q_EMIT q->enteredBehindLast();
   }
 }
 
 bool TDBGridEh::Private::handleCellKey(const QKeyEvent& event) {
   const QModelIndex current = q->currentIndex();
+  const bool isPlain = event.modifiers() == Qt::NoModifier || event.modifiers() == Qt::KeypadModifier;
+  const bool isEnter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+  if (isEnter && isPlain && !q->isReadOnly()) {
+    goOnFromCell();
+    return true;
+  }
   if (!current.isValid()) return false;
   const GridColumn& column = model->column(current.column());
-  const bool isPlain = event.modifiers() == Qt::NoModifier || event.modifiers() == Qt::KeypadModifier;
   const bool opens = (event.key() == Qt::Key_F4 && isPlain) ||
                      (event.key() == Qt::Key_Down && event.modifiers() == Qt::AltModifier);
   if (opens && (column.button || (column.ellipsis && model->canEdit(current.column())))) {
@@ -175,11 +209,6 @@ bool TDBGridEh::Private::handleCellKey(const QKeyEvent& event) {
     } else {
       return column.checkBox;
     }
-    return true;
-  }
-  const bool isEnter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
-  if (isEnter && isPlain && !q->isReadOnly()) {
-    goOnFromCell();
     return true;
   }
   RecordSet* rows = model->recordSet();
@@ -197,7 +226,7 @@ bool TDBGridEh::Private::appendAtEnd() {
   if (rows->state() == RecordSet::State::Insert && !rows->isModified()) return false;
   if (!guarded(q, [&] { rows->append(); })) return false;
   followRecordSet();
-  if (const int first = nextEditable(-1); first >= 0 && rows->currentRow() >= 0) {
+  if (const int first = entryColumn(); first >= 0 && rows->currentRow() >= 0) {
     q->setCurrentIndex(model->index(rows->currentRow(), first));
   }
   return true;
@@ -208,6 +237,12 @@ bool TDBGridEh::Private::dropEmptyRow() {
   if (!allowAppend || rows == nullptr || rows->state() != RecordSet::State::Insert || rows->isModified())
     return false;
   return guarded(q, [&] { rows->cancel(); });
+}
+
+bool TDBGridEh::Private::leaveByTab(const QKeyEvent& event) {
+  const bool isTab = event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab;
+  if (!isTab || !(event.modifiers() & Qt::ControlModifier) || !q->tabKeyNavigation()) return false;
+  return q->QAbstractScrollArea::focusNextPrevChild(event.key() == Qt::Key_Tab);
 }
 
 void TDBGridEh::Private::pickRange(int from, int to) {
@@ -239,6 +274,7 @@ void TDBGridEh::Private::pickByMouse(int row, int before, Qt::KeyboardModifiers 
 bool TDBGridEh::Private::handleRowKey(const QKeyEvent& event) {
   const int row = q->currentIndex().row();
   const int last = model->rowCount() - 1;
+  if (leaveByTab(event)) return true;
   const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
   if (event.matches(QKeySequence::SelectAll)) {
     if (model->recordSet() == nullptr || !model->recordSet()->isOpen()) return true;

@@ -1,5 +1,6 @@
 #include "host/controls/grid_search.h"
 
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <algorithm>
 #include <chrono>
@@ -30,32 +31,61 @@ void GridSearch::stop() {
   hint_->hide();
 }
 
+bool GridSearch::isPossible() const {
+  const int current = grid_->currentIndex().column();
+  if (current < 0 || model_->canEdit(current) || model_->column(current).button) return false;
+  const int column = searchColumn();
+  return column >= 0 && !model_->canEdit(column);
+}
+
+bool GridSearch::isOwnKey(const QKeyEvent& event) const {
+  if (!isActive()) return false;
+  if (event.key() == Qt::Key_F3) return (event.modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
+  return event.key() == Qt::Key_Escape && event.modifiers() == Qt::NoModifier;
+}
+
+int GridSearch::keyColumn() const {
+  const int column = model_->columnOf(keyField_);
+  return column >= 0 && !grid_->isColumnHidden(column) ? column : -1;
+}
+
+bool GridSearch::isSearched(int column) const {
+  return column >= 0 && !grid_->isColumnHidden(column) && !model_->column(column).checkBox &&
+         !model_->column(column).button;
+}
+
+int GridSearch::searchColumn() const {
+  const int current = grid_->currentIndex().column();
+  if (isSearched(current)) return current;
+  if (isSearched(keyColumn())) return keyColumn();
+  const QHeaderView* header = grid_->horizontalHeader();
+  for (int visual = 0; visual < header->count(); ++visual) {
+    if (isSearched(header->logicalIndex(visual))) return header->logicalIndex(visual);
+  }
+  return -1;
+}
+
 bool GridSearch::handleKey(const QKeyEvent& event) {
   const Qt::KeyboardModifiers command =
       event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-  const int row = grid_->currentIndex().row();
-  if (isActive()) {
-    switch (event.key()) {
-      case Qt::Key_Escape:
-        stop();
-        return true;
-      case Qt::Key_Backspace: {
-        const QString shorter = typed_.chopped(1);
-        if (shorter.isEmpty()) {
-          stop();
-        } else {
-          typed_ = shorter;
-          showHint(find(shorter, 0, 1));
-        }
-        return true;
-      }
-      case Qt::Key_F3:
-        showHint(find(typed_, event.modifiers() & Qt::ShiftModifier ? row - 1 : row + 1,
-                      event.modifiers() & Qt::ShiftModifier ? -1 : 1));
-        return true;
-      default:
-        break;
+  if (isOwnKey(event)) {
+    if (event.key() == Qt::Key_Escape) {
+      stop();
+    } else {
+      const int step = event.modifiers() & Qt::ShiftModifier ? -1 : 1;
+      showHint(find(typed_, grid_->currentIndex().row() + step, step));
     }
+    return true;
+  }
+  if (isActive() && event.key() == Qt::Key_Backspace) {
+    const QString shorter = typed_.chopped(1);
+    if (shorter.isEmpty()) {
+      stop();
+    } else {
+      typed_ = shorter;
+      showHint(find(shorter, 0, 1));
+    }
+    return true;
   }
   if (command != Qt::NoModifier || event.text().isEmpty() || !event.text().at(0).isPrint()) return false;
   if (!isActive() && event.key() == Qt::Key_Space) return false;
@@ -80,7 +110,7 @@ bool GridSearch::begin(const QString& text) {
 
 bool GridSearch::find(const QString& text, int from, int step) {
   RecordSet* rows = model_->recordSet();
-  const int column = grid_->currentIndex().column();
+  const int column = searchColumn();
   if (rows == nullptr || column < 0) return false;
   rows->waitForAll();
   const int count = rows->rowCount();

@@ -18,13 +18,18 @@ class GridSearch : public QObject {
   GridSearch(TDBGridEh* grid, GridModel* model);
 
   bool isActive() const { return !typed_.isEmpty(); }
-  QString typed() const { return typed_; }
+  bool isPossible() const;  // the current cell is not edited by typing
+  bool isOwnKey(const QKeyEvent& event) const;
+  void setKeyField(const QString& field) { keyField_ = field; }
+  int keyColumn() const;                   // -1: none, or not shown
   bool handleKey(const QKeyEvent& event);  // true when the key belonged to the search
   void type(const QString& text);          // of an input method, too
   bool begin(const QString& text);         // behind the current row
   void stop();
 
  private:
+  bool isSearched(int column) const;
+  int searchColumn() const;  // the current one, else the key's, else the first that can be; -1: none
   bool find(const QString& text, int from, int step);
   void showHint(bool found);
 
@@ -32,7 +37,7 @@ class GridSearch : public QObject {
   GridModel* model_;
   QLabel* hint_;
   QTimer timeout_;
-  QString typed_;
+  QString typed_, keyField_;
   bool isMoving_ = false;
 };
 

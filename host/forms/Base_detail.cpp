@@ -20,7 +20,6 @@ TFrm_Base_Detail::TFrm_Base_Detail(QWidget* owner)
     : OkCancelScreen(owner), ContinueAdd(new QCheckBox(tr("保存后继续增加(&N)"), this)) {
   setModal(true);
   btn_ok->setToolTip(tr("保存 (F9)"));
-  btn_Cancel->setToolTip(tr("不保存，返回 (Esc)"));
   ContinueAdd->setObjectName(u"ContinueAdd"_s);
   ContinueAdd->setFocusPolicy(Qt::NoFocus);  // Enter on the last field leads to OK
   buttonRow()->insertWidget(0, ContinueAdd);
@@ -76,6 +75,7 @@ void TFrm_Base_Detail::RefreshData() {
   btn_ok->setVisible(!isReadOnly());
   btn_ok->setEnabled(!isReadOnly());
   btn_Cancel->setText(isReadOnly() ? tr("关闭") : tr("取消"));
+  btn_Cancel->setToolTip(isReadOnly() ? tr("关闭 (Esc)") : tr("不保存，返回 (Esc)"));
   ContinueAdd->setVisible(isAdding() && addsOn);
   if (firstFocus.isEmpty()) {
     focusFirstField();

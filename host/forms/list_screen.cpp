@@ -158,6 +158,7 @@ QString ListScreen::listStatement() const {
 }
 
 void ListScreen::GetData() {
+  DBGridEh->setKeyField(bodyParam(bodyparam::keyField));
   const QString statement = listStatement();
   if (statement.trimmed().isEmpty()) return;
   openRows(withCondition(statement, conditionText_));

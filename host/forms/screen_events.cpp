@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 
+#include "host/controls/TDBGridEh.h"
 #include "host/forms/Base_common.h"
 
 namespace goodsbook {
@@ -54,6 +55,8 @@ bool ScreenEvents::previewKey(QWidget* receiver, QKeyEvent* event) {
   if (QApplication::activePopupWidget()) return false;
   const QPointer<TFrm_Base_Common> screen = screenOf(receiver);
   if (!screen) return false;
+  if (const auto* grid = qobject_cast<const TDBGridEh*>(focus); grid && grid->isSearchKey(*event))
+    return false;
   event->ignore();
   guarded(screen, [&] { screen->FormKeyDown(event); });
   if (!screen || event->isAccepted()) return true;

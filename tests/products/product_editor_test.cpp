@@ -1,6 +1,7 @@
 // The full product editor: the header, the single unit, numbering, and what a save sends.
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QFile>
 #include <QSettings>
 
@@ -289,6 +290,66 @@ TEST_F(ProductEditor, AutomaticNumbersAreDrawnAtTheSave) {
   EXPECT_EQ(sql(u"select WL_ID from D1801"_s), (Table{{u"0001"_s}}));
   act(u"Act_CopyAdd"_s);
   EXPECT_EQ(text(u"Edit1"_s), u"自动编号"_s);
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(ProductEditor, ARefusedSaveUsesUpNoNumber) {
+  set(u"GPARAM0"_s, u"1"_s);
+  set(u"GPARAM2"_s, u"4"_s);
+  openList();
+  act(u"Act_Add"_s);
+  press(u"F6"_s);
+  type(u"Edit2"_s, u"可乐"_s);
+  statements();
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{u"请在表格最少输入一种单位,且至少要标志一个主单位!"_s});
+  press(u"F6"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{u"商品分类不能为空!"_s});
+  EXPECT_EQ(text(u"Edit1"_s), u"自动编号"_s);
+  EXPECT_EQ(sent(u"GetNOID"_s).size(), 0);
+  fill({});
+  click(u"btn_ok"_s);
+  EXPECT_EQ(sql(u"select WL_ID from D1801"_s), (Table{{u"0001"_s}}));
+}
+
+TEST_F(ProductEditor, TheCodeOfADeletedProductWhoseUnitsAreStillThereIsRefused) {
+  product(u"000007"_s, u"雪碧"_s);
+  openList();
+  answer({u"y"_s});
+  act(u"Act_Delete"_s);
+  messages();
+  const QString refused = u"编号【000007】属于已删除的商品，其单位资料仍在，请换一个编号!"_s;
+  for (const QString& editor : {u"1"_s, u"0"_s, u"2"_s}) {
+    set(u"GPARAM23"_s, editor);
+    openList();
+    act(u"Act_Add"_s);
+    type(u"Edit1"_s, u"000007"_s);
+    statements();
+    focus(u"Edit2"_s);
+    EXPECT_EQ(messages(), Lines{refused}) << editor.toStdString();
+    EXPECT_EQ(statements(), Lines{u"select wl_id from D1801 where wl_id='000007'"_s});
+    EXPECT_TRUE(get(u"Edit1"_s)["focused"_L1].toBool());
+    type(u"Edit1"_s, u"000008"_s);
+    focus(u"Edit2"_s);
+    EXPECT_EQ(messages(), Lines());
+    click(u"btn_Cancel"_s);
+    done({{u"cmd"_s, u"close"_s}});
+  }
+}
+
+TEST_F(ProductEditor, TheCostIsAnEditLikeThePricesThatNobodyChanges) {
+  product(u"P1"_s, u"可乐"_s);
+  openList();
+  act(u"Act_Edit"_s);
+  const QJsonObject cost = get(u"DJ"_s);
+  EXPECT_EQ(cost["class"_L1].toString(), get(u"SJ"_s)["class"_L1].toString());
+  EXPECT_TRUE(cost["readonly"_L1].toBool());
+  EXPECT_EQ(cost["text"_L1].toString(), u"2.00"_s);
+  onGui([] {
+    const QWidget* window = QApplication::activeModalWidget();
+    EXPECT_EQ(window->findChild<QWidget*>(u"DJ"_s)->width(), window->findChild<QWidget*>(u"SJ"_s)->width());
+  });
   click(u"btn_Cancel"_s);
 }
 

@@ -74,6 +74,37 @@ TEST_F(ProductGrid, TypingFindsTheRowInTheCurrentColumn) {
   EXPECT_EQ(currentCode(), u"P2"_s);
 }
 
+TEST_F(ProductGrid, TheListOpensInTheColumnOfTheCodeAndTypingFindsCodes) {
+  openList();
+  focus(u"DBGridEh"_s);
+  for (const QString& key : {u"p"_s, u"2"_s}) press(key);
+  EXPECT_EQ(currentCode(), u"P2"_s);
+  withGrid([](TDBGridEh& grid) { grid.setSelectedField(u"WL_YS"_s); });
+  for (const QString& key : {u"p"_s, u"3"_s}) press(key);
+  EXPECT_EQ(currentCode(), u"P3"_s) << "boxes are not searched";
+}
+
+TEST_F(ProductGrid, KeysOfTheSearchAreNotTheLists) {
+  openList();
+  withGrid([](TDBGridEh& grid) { grid.setSelectedField(u"WL_NAME"_s); });
+  focus(u"DBGridEh"_s);
+  withGrid([](TDBGridEh& grid) { EXPECT_TRUE(grid.findText(u"可"_s)); });
+  EXPECT_EQ(currentCode(), u"P2"_s);
+  press(u"F3"_s);
+  EXPECT_EQ(frontClass(), u"TF2101"_s) << "no viewer";
+  EXPECT_EQ(currentCode(), u"P3"_s);
+  press(u"Shift+F3"_s);
+  EXPECT_EQ(currentCode(), u"P2"_s);
+  press(u"Esc"_s);
+  EXPECT_EQ(frontClass(), u"TF2101"_s) << "the list is still there";
+  press(u"F3"_s);
+  EXPECT_EQ(frontClass(), u"TF2101_1"_s) << "the search has ended";
+  EXPECT_EQ(get(u"btn_Cancel"_s)["text"_L1].toString(), u"关闭"_s);
+  press(u"Esc"_s);
+  press(u"Esc"_s);
+  EXPECT_EQ(frontClass(), QString());
+}
+
 TEST_F(ProductGrid, PickedRowsAreCopiedInTheirOrderWithHeadings) {
   openList();
   select({2, 0});

@@ -201,6 +201,19 @@ TEST_F(Merge, AFailureAtTheSecondProductUndoesTheFirst) {
   EXPECT_EQ(sql(u"select count(*) from D1802"_s), (Table{{u"0"_s}}));
 }
 
+TEST_F(Merge, TheKeptProductsMainUnitIsWrittenAlsoWhereItsCartonIsOlder) {
+  const QString carton = unitOf(u"P1"_s);
+  sql(u"update D1801DW set T=0,DW_ID='02',ABASE=12 where adw="_s + carton);
+  sql(u"insert into D1801DW (T,WL_ID,DW_ID,TM,ABASE) values (1,'P1','01','70',1);"
+      "insert into D1801DW (T,WL_ID,DW_ID,TM,ABASE) values (0,'P1','02','71',24);"
+      "insert into D712A (WL_ID,CK_ID,adw) values ('P2','A',2)"_s);
+  const QString main = sql(u"select adw from D1801DW where WL_ID='P1' and T=1"_s)[0][0];
+  ASSERT_NE(main, carton);
+  openList();
+  merge({0, 1});
+  EXPECT_EQ(sql(u"select WL_ID,adw from D712A"_s), (Table{{u"P1"_s, main}}));
+}
+
 TEST_F(Merge, EveryKindOfDocumentLineGoesToTheKeptProduct) {
   const QStringList tables{u"D712A"_s,  u"D713A"_s,  u"D704A"_s,  u"D8401A"_s, u"D8402A"_s, u"D8403A"_s,
                            u"D8300A"_s, u"D8301A"_s, u"D8302A"_s, u"D8303A"_s, u"D8101A"_s, u"D8102A"_s,

@@ -43,6 +43,27 @@ TEST_F(ProductPrices, AnotherFieldsEditLeavesThem) {
   EXPECT_EQ(sql(u"select DJ from D1801"_s), (Table{{u"2.345"_s}}));
 }
 
+TEST_F(ProductPrices, TheListShowsNumbersHoweverTheyWereTyped) {
+  for (const auto& [editor, member, wholesale] :
+       {std::tuple{u"0"_s, u"vipsj"_s, u"PFJ"_s}, {u"1"_s, u"VIPSJ"_s, u"pfj"_s}}) {
+    set(u"GPARAM23"_s, editor);
+    set(u"GPARAM26"_s, u"PFJ"_s);
+    openList();
+    act(u"Act_Edit"_s);
+    type(u"SJ"_s, u"12."_s);
+    type(member, u".5"_s);
+    type(wholesale, QString());
+    click(u"btn_ok"_s);
+    messages();
+    const QJsonObject row = rows(u"DBGridEh"_s)[0].toObject();
+    EXPECT_EQ(row["SJ"_L1].toString() + u' ' + row["VIPSJ"_L1].toString() + u' ' + row["PFJ"_L1].toString(),
+              u"12.00 0.50 0.00"_s)
+        << editor.toStdString();
+    EXPECT_EQ(sql(u"select SJ,VIPSJ,PFJ from D1801DW"_s), (Table{{u"12"_s, u"0.5"_s, u"0"_s}}));
+    done({{u"cmd"_s, u"close"_s}});
+  }
+}
+
 TEST_F(ProductPrices, ACopyTakesThemWhole) {
   set(u"G_PriceFormat"_s, u"#,##0.00"_s);
   for (const QString& editor : {u"0"_s, u"1"_s, u"2"_s}) {

@@ -65,6 +65,12 @@ class ProductUnits : public ProductScreen {
     });
     return shown;
   }
+  QString focused() {
+    QString name;
+    onGui(
+        [&] { name = QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString(); });
+    return name;
+  }
   QString unitOf(const QString& unit) {
     return sql(u"select adw from D1801DW where WL_ID='P1' and DW_ID='"_s + unit + u'\'')[0][0];
   }
@@ -168,6 +174,74 @@ TEST_F(ProductUnits, KeysAddAndDeleteRows) {
   EXPECT_EQ(unitStatements(), QString());
 }
 
+TEST_F(ProductUnits, AUnitAddedMeanwhileHasItsName) {
+  openUnits(u"Act_Edit"_s);
+  sql(u"insert into D1003 (dw_id,dw_name) values ('03','打')"_s);
+  cell(grid, 0, u"DW_ID"_s, u"03"_s);
+  EXPECT_EQ(rows(grid)[0]["DW_NAME"_L1].toString(), u"打"_s);
+  EXPECT_EQ(statements(), (Lines{u"select WL_ID,pict from D1801 where wl_id='P1'"_s}))
+      << "looked up by the host";
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(rows(u"DBGridEh"_s)[0]["DW_NAME"_L1].toString(), u"打"_s);
+  act(u"Act_Edit"_s);
+  EXPECT_EQ(rows(grid)[0]["DW_NAME"_L1].toString(), u"打"_s);
+  press(u"F6"_s);
+  EXPECT_EQ(text(u"DW_NAME"_s), u"打"_s);
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(ProductUnits, TheKeyboardGoesThroughTheGridAndOn) {
+  openUnits(u"Act_Edit"_s);
+  focus(grid);
+  press(u"Ctrl+Tab"_s);
+  EXPECT_NE(focused(), grid);
+  focus(grid);
+  press(u"Ctrl+Shift+Backtab"_s);
+  EXPECT_EQ(focused(), u"NOTE"_s);
+  focus(grid);
+  cellClick(grid, 1, u"SJ"_s);
+  for (int i = 0; i < 6; ++i) press(u"Tab"_s);
+  EXPECT_NE(focused(), grid) << "behind the last cell";
+  cellClick(grid, 0, u"DW_ID"_s);
+  press(u"Shift+Backtab"_s);
+  EXPECT_EQ(focused(), grid);
+  press(u"Shift+Backtab"_s);
+  EXPECT_EQ(focused(), u"NOTE"_s) << "before the first cell";
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(ProductUnits, EnterGoesFromUnitToUnitAndInAnEmptyOneToOk) {
+  sql(u"insert into D1003 (dw_id,dw_name) values ('03','托')"_s);
+  openUnits(u"Act_Edit"_s);
+  cellClick(grid, 1, u"TM"_s);
+  press(u"Return"_s);
+  ASSERT_EQ(rows(grid).size(), 3);
+  for (const QString& key : {u"0"_s, u"3"_s, u"Return"_s, u"5"_s, u"0"_s, u"Return"_s}) press(key);
+  for (int i = 0; i < 5; ++i) press(u"Return"_s);
+  ASSERT_EQ(rows(grid).size(), 4);
+  press(u"Return"_s);
+  EXPECT_EQ(rows(grid).size(), 3);
+  EXPECT_EQ(focused(), u"btn_ok"_s);
+  press(u"Return"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(
+      unitStatements(),
+      u"insert into d1801dw(t,wl_id,dw_id,tm,abase,sj,vipsj,PFJ,cgj) values (0,'P1','03','',50,0,0,0,0);"_s);
+}
+
+TEST_F(ProductUnits, ARowThatNothingWasTypedIntoIsNoUnit) {
+  openUnits(u"Act_Edit"_s);
+  cell(grid, 1, u"SJ"_s, u"55"_s);
+  cellClick(grid, 1, u"TM"_s);
+  press(u"Return"_s);
+  ASSERT_EQ(rows(grid).size(), 3);
+  press(u"F9"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(sql(u"select dwcount from D1801"_s), (Table{{u"2"_s}}));
+  EXPECT_EQ(sql(u"select count(*) from D1801DW"_s), (Table{{u"2"_s}}));
+}
+
 TEST_F(ProductUnits, EscLeavesTheCellThenTheRowThenTheEditor) {
   openUnits(u"Act_Edit"_s);
   cellClick(grid, 0, u"SJ"_s);
@@ -184,6 +258,31 @@ TEST_F(ProductUnits, EscLeavesTheCellThenTheRowThenTheEditor) {
   press(u"Esc"_s);
   EXPECT_EQ(frontClass(), u"TF2101"_s);
   EXPECT_EQ(messages().size(), 1U);
+}
+
+TEST_F(ProductUnits, ShowTheYear) {
+  sql(u"update D1801DW set Y=2026 where DW_ID='02'"_s);
+  openUnits(u"Act_Edit"_s);
+  const QJsonArray columns = done({{u"cmd"_s, u"rows"_s}, {u"element"_s, grid}})["columns"_L1].toArray();
+  Lines shown;
+  for (const QJsonValue& column : columns) {
+    if (column["visible"_L1].toBool()) shown.push_back(column["field"_L1].toString());
+  }
+  EXPECT_EQ(shown, (Lines{u"T"_s, u"DW_ID"_s, u"dw_name"_s, u"ABASE"_s, u"SJ"_s, u"VIPSJ"_s, u"PFJ"_s,
+                          u"CGJ"_s, u"TM"_s, u"Y"_s, u"多条码"_s, u"区域售价"_s}));
+  EXPECT_EQ(rows(grid)[1]["Y"_L1].toString(), u"2026"_s);
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(ProductUnits, AnEmptiedPriceIsZeroInTheListToo) {
+  openUnits(u"Act_Edit"_s);
+  cell(grid, 0, u"PFJ"_s, QString());
+  cell(grid, 0, u"SJ"_s, u".5"_s);
+  click(u"btn_ok"_s);
+  const QJsonObject row = rows(u"DBGridEh"_s)[0].toObject();
+  EXPECT_EQ(row["PFJ"_L1].toString(), u"0.00"_s);
+  EXPECT_EQ(row["SJ"_L1].toString(), u"0.50"_s);
+  EXPECT_EQ(sql(u"select PFJ,SJ from D1801DW where T=1"_s), (Table{{u"0"_s, u"0.5"_s}}));
 }
 
 TEST_F(ProductUnits, UnchangedRowsSendNothing) {

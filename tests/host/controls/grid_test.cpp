@@ -1,3 +1,4 @@
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
@@ -6,6 +7,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QSignalSpy>
+#include <QVBoxLayout>
 
 #include "tests/host/controls/grid_fixture.h"
 #include "tests/host/data/test_session.h"
@@ -240,6 +242,131 @@ TEST_F(GridTest, TypingFindsRowsInAColumnThatIsNotEdited) {
   EXPECT_EQ(rows.text(u"WL_ID"_s), u"C35"_s);
   QTest::keyClick(&grid, Qt::Key_Escape);
   EXPECT_FALSE(hint->isVisible());
+}
+
+TEST_F(GridTest, SearchingKeepsItsKeysFromShortcuts) {
+  grid.setReadOnly(true);
+  grid.setSelectedField(u"WL_ID"_s);
+  QStringList fired;
+  for (const QKeySequence& key : {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::Key_F3)}) {
+    auto* action = new QAction(&grid);
+    action->setShortcut(key);
+    QObject::connect(action, &QAction::triggered, &grid, [&fired, key] { fired << key.toString(); });
+    grid.addAction(action);
+  }
+  QTest::keyClicks(&grid, u"c"_s);
+  QTest::keyClick(&grid, Qt::Key_F3);
+  QTest::keyClick(&grid, Qt::Key_F3, Qt::ShiftModifier);
+  QTest::keyClick(&grid, Qt::Key_Escape);
+  EXPECT_EQ(fired, QStringList());
+  QTest::keyClick(&grid, Qt::Key_F3);
+  QTest::keyClick(&grid, Qt::Key_Escape);
+  EXPECT_EQ(fired, (QStringList{u"F3"_s, u"Esc"_s}));
+}
+
+TEST_F(GridTest, BoxesAreNotSearchedButTheKey) {
+  grid.setReadOnly(true);
+  grid.setKeyField(u"WL_NAME"_s);
+  grid.setSelectedField(u"WL_YS"_s);
+  QTest::keyClicks(&grid, u"橙"_s);
+  EXPECT_EQ(rows.text(u"WL_ID"_s), u"C3"_s);
+  EXPECT_EQ(grid.selectedField(), u"WL_NAME"_s);
+  grid.setKeyField({});
+  grid.setSelectedField(u"WL_YS"_s);
+  QTest::keyClicks(&grid, u"b"_s);
+  EXPECT_EQ(rows.text(u"WL_ID"_s), u"B2"_s) << "without a key the first column that can be searched";
+}
+
+TEST_F(GridTest, OpensInTheColumnOfTheKey) {
+  rows.close();
+  grid.setKeyField(u"WL_NAME"_s);
+  rows.create(fields());
+  add("A1", "苹果", 3.5, 10, true);
+  EXPECT_EQ(grid.selectedField(), u"WL_NAME"_s);
+}
+
+// A grid between two fields, as it stands in editors and dialogs.
+class GridAmongFields : public GridTest {
+ protected:
+  void SetUp() override {
+    GridTest::SetUp();
+    auto* layout = new QVBoxLayout(&window_);
+    layout->addWidget(&before_);
+    layout->addWidget(&grid);
+    layout->addWidget(&after_);
+    window_.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    grid.setFocus();
+  }
+  void TearDown() override { grid.setParent(nullptr); }
+  static void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+  }
+  QString cell() const { return QString::number(rows.currentRow()) + grid.selectedField(); }
+
+  QWidget window_;
+  QLineEdit before_{&window_}, after_{&window_};
+};
+
+TEST_F(GridAmongFields, TabLeavesBehindTheLastCell) {
+  rows.moveTo(2);
+  grid.setSelectedField(u"MORE"_s);
+  key(Qt::Key_Tab);
+  EXPECT_EQ(cell(), u"3WL_ID"_s);
+  for (const char* field : {"WL_NAME", "SJ", "SL", "WL_YS", "MORE"}) {
+    key(Qt::Key_Tab);
+    EXPECT_EQ(cell(), u'3' + QString::fromLatin1(field));
+  }
+  key(Qt::Key_Tab);
+  EXPECT_TRUE(after_.hasFocus());
+  EXPECT_EQ(cell(), u"3MORE"_s);
+}
+
+TEST_F(GridAmongFields, ShiftTabLeavesBeforeTheFirstCell) {
+  rows.moveTo(1);
+  grid.setSelectedField(u"WL_ID"_s);
+  key(Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_EQ(cell(), u"0MORE"_s);
+  grid.setSelectedField(u"WL_ID"_s);
+  key(Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_TRUE(before_.hasFocus());
+}
+
+TEST_F(GridAmongFields, CtrlTabLeavesAnywhereAlsoOutOfACell) {
+  rows.moveTo(1);
+  grid.setSelectedField(u"SJ"_s);
+  key(Qt::Key_7);
+  ASSERT_NE(grid.findChild<QLineEdit*>(u"DBGridEh.SJ"_s), nullptr);
+  key(Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_TRUE(after_.hasFocus());
+  EXPECT_EQ(rows.number(u"SJ"_s), 7);
+  grid.setFocus();
+  key(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_TRUE(before_.hasFocus());
+}
+
+TEST_F(GridAmongFields, EnterInANewRowThatIsStillEmptyDropsItAndGoesOn) {
+  QSignalSpy behind(&grid, &TDBGridEh::enteredBehindLast);
+  grid.setAllowAppend(true);
+  rows.last();
+  grid.setSelectedField(u"WL_YS"_s);
+  key(Qt::Key_Return);
+  EXPECT_EQ(cell(), u"4WL_NAME"_s);
+  EXPECT_EQ(behind.count(), 0);
+  key(Qt::Key_Return);
+  EXPECT_EQ(rows.rowCount(), 4);
+  EXPECT_EQ(behind.count(), 1);
+}
+
+TEST_F(GridAmongFields, EnterBehindTheLastCellGoesOnWhereNoRowCanBeAppended) {
+  QSignalSpy behind(&grid, &TDBGridEh::enteredBehindLast);
+  rows.last();
+  grid.setSelectedField(u"SL"_s);
+  key(Qt::Key_Return);
+  EXPECT_EQ(cell(), u"3WL_YS"_s);
+  EXPECT_EQ(behind.count(), 0);
+  key(Qt::Key_Return);
+  EXPECT_EQ(behind.count(), 1);
 }
 
 TEST_F(GridTest, HandlersOfKeysComeFirst) {

@@ -193,6 +193,7 @@ TEST_F(Details, ABlankNameIsRefusedAtOk) {
 TEST_F(Details, ReadOnlyShowsWithoutOk) {
   edit(u"ReadOnly"_s, [this] {
     EXPECT_FALSE(editor.elementNamed(u"btn_ok"_s)->isVisible());
+    EXPECT_EQ(editor.elementNamed(u"btn_Cancel"_s)->toolTip(), u"关闭 (Esc)"_s);
     EXPECT_TRUE(editor.edit(u"Edit2"_s)->isReadOnly());
     EXPECT_FALSE(editor.checkBox(u"bw"_s)->isEnabled());
     press(Qt::Key_F9);
