@@ -1,6 +1,8 @@
 // Merging duplicate products: refusals, the batch, and what is in the tables afterwards.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/products/product_screen.h"
 
 using namespace Qt::StringLiterals;
@@ -210,7 +212,14 @@ TEST_F(Merge, TheKeptProductsMainUnitIsWrittenAlsoWhereItsCartonIsOlder) {
   const QString main = sql(u"select adw from D1801DW where WL_ID='P1' and T=1"_s)[0][0];
   ASSERT_NE(main, carton);
   openList();
-  merge({0, 1});
+  const QJsonArray list = rows(u"DBGridEh"_s);
+  const auto rowOf = [&](const QString& code) {
+    return static_cast<int>(
+        std::ranges::find_if(list,
+                             [&](const QJsonValue& row) { return row["WL_ID"_L1].toString() == code; }) -
+        list.begin());
+  };
+  merge({rowOf(u"P1"_s), rowOf(u"P2"_s)});
   EXPECT_EQ(sql(u"select WL_ID,adw from D712A"_s), (Table{{u"P1"_s, main}}));
 }
 
