@@ -130,10 +130,10 @@ TEST_P(Conflict, WithoutAChangeNothingIsAsked) {
   EXPECT_EQ(sql(u"select count(*) as n from SYS_AUDIT"_s), (Table{{u"1"_s}}));
 }
 
-class Stale : public ScreenTest {
+class Stale : public ReferenceTest {
  protected:
   void SetUp() override {
-    ScreenTest::SetUp();
+    ReferenceTest::SetUp();
     sql(u"insert into D1002 (addr_ID,addr_NAME,OID) values ('01','本地','Z'),('02','外地','Z');"
         "insert into D1011 (SEND_ID,SEND_NAME) values ('1','自提'),('2','快递');"
         "insert into D1008 (BM_ID,BM_NAME,OID) values ('1','仓储','Z'),('2','销售','Z');"
