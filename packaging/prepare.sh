@@ -10,7 +10,7 @@ packages=(
   # data
   libsqlite3-dev sqlite3 unixodbc-dev tdsodbc libicu-dev libsodium-dev
   # sheets and bar codes
-  libzip-dev libxlsxwriter-dev libzint-dev
+  libzip-dev zlib1g-dev libxlsxwriter-dev libzint-dev
   # tests and benchmarks
   libgtest-dev libbenchmark-dev libzbar-dev poppler-utils postgresql odbc-postgresql
 )

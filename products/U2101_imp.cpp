@@ -79,7 +79,9 @@ void TF2101_IMP::btn_refClick() {
   const QString path = text(u"Edt_path"_s).trimmed();
   if (path.isEmpty()) {
     DISPINFO(tr("请选择导入的文件!"), 5);
+    setLoading(true);  // the field with the focus is not what the user has to see to now
     edit(u"Edt_path"_s)->setFocus();
+    setLoading(false);
     return;
   }
   result_->clear();
@@ -137,8 +139,10 @@ void TF2101_IMP::addRow(const std::vector<QString>& cells) {
 
 void TF2101_IMP::btn_okClick() {
   TFrm_Base_Dialog::btn_okClick();
-  CheckId(lookupEdit(u"CLASS_ID"_s));
-  CheckId(lookupEdit(u"dw_id"_s));
+  for (const QString& name : {u"CLASS_ID"_s, u"dw_id"_s}) {
+    CheckBlank(edit(name));  // only here: they can be left blank to choose the file first
+    CheckId(lookupEdit(name));
+  }
   if (!text(u"CK_ID1"_s).isEmpty()) CheckId(lookupEdit(u"CK_ID1"_s));
   if (!D_MAIN.isOpen() || D_MAIN.isEmpty()) return;
   if (D_MAIN.state() == RecordSet::State::Edit) D_MAIN.post();
@@ -150,6 +154,8 @@ void TF2101_IMP::btn_okClick() {
   lab_hint->setText(u"0"_s);
   ImportRun run(defaults(), AdoQry_Tmp, list_);
   const Count count = importRows(run);
+  if (const int handled = count.imported + count.existing + count.failed; handled > 0)
+    D_MAIN.moveTo(handled - 1);
   run.finish();
   result_->setText(endLine(count, backup));
 }

@@ -36,6 +36,7 @@ class TF2101_IMP : public TFrm_Base_Dialog {
   void FormKeyDown(QKeyEvent* event) override;
   void FormClose() override;
   QString helpText() const override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   // What a run comes to.
@@ -48,6 +49,7 @@ class TF2101_IMP : public TFrm_Base_Dialog {
   void buildHead();
   void buildGrid();
   void buildFoot();
+  void fitReason();
   void Edt_pathButtonClick();
   void btn_refClick();
   void readFile(const QString& path);

@@ -1,10 +1,12 @@
 // The elements of the import of new products.
 
 #include <QBoxLayout>
+#include <QEvent>
 #include <QHeaderView>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <algorithm>
 
 #include "host/U_glo.h"
 #include "host/controls/storage.h"
@@ -19,6 +21,7 @@ namespace {
 
 constexpr int rowHeight = 20;
 constexpr int pathWidth = 420;
+constexpr int leastReasonWidth = 190;  // a known barcode's
 
 struct Column {
   QString name, title;
@@ -27,11 +30,11 @@ struct Column {
 
 std::vector<Column> columns() {
   const auto tr = [](const char* text) { return TF2101_IMP::tr(text); };
-  return {{u"COL1"_s, tr("条码"), 30, 120},  {u"COL2"_s, tr("品名"), 80, 220},
-          {u"COL3"_s, tr("规格"), 30, 90},   {u"COL4"_s, tr("零售价"), 30, 70},
-          {u"COL5"_s, tr("会员价"), 30, 70}, {u"COL6"_s, tr("-"), 30, 300},
-          {u"COL7"_s, tr("-"), 30, 40},      {u"COL8"_s, tr("-"), 30, 40},
-          {u"COL9"_s, tr("-"), 30, 40},      {u"COL0"_s, tr("-"), 30, 40}};
+  return {{u"COL1"_s, tr("条码"), 30, 110},  {u"COL2"_s, tr("品名"), 80, 170},
+          {u"COL3"_s, tr("规格"), 30, 64},   {u"COL4"_s, tr("零售价"), 30, 64},
+          {u"COL5"_s, tr("会员价"), 30, 64}, {u"COL6"_s, tr("-"), 30, leastReasonWidth},
+          {u"COL7"_s, tr("-"), 30, 20},      {u"COL8"_s, tr("-"), 30, 20},
+          {u"COL9"_s, tr("-"), 30, 20},      {u"COL0"_s, tr("-"), 30, 20}};
 }
 
 }  // namespace
@@ -85,6 +88,7 @@ void TF2101_IMP::buildGrid() {
   GRID1->verticalHeader()->setMinimumSectionSize(rowHeight);
   GRID1->verticalHeader()->setDefaultSectionSize(rowHeight);
   GRID1->setSelectionBehavior(QAbstractItemView::SelectRows);
+  GRID1->viewport()->installEventFilter(this);
   GRID1->setEmptyText(
       tr("选择文件后按 F12 读取：第 1 行为表头，其下各列依次为条码、品名、规格、零售价、会员价"));
   static_cast<QBoxLayout*>(body()->layout())->addWidget(GRID1, 1);
@@ -110,6 +114,18 @@ void TF2101_IMP::buildGrid() {
   static_cast<QBoxLayout*>(body()->layout())->addLayout(row);
 }
 
+bool TF2101_IMP::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Resize && watched == GRID1->viewport()) fitReason();
+  return TFrm_Base_Dialog::eventFilter(watched, event);
+}
+
+// What became of a row takes the width that the other columns leave.
+void TF2101_IMP::fitReason() {
+  const int reason = GRID1->columnOf(u"COL6"_s);
+  const int others = GRID1->horizontalHeader()->length() - GRID1->columnWidth(reason);
+  GRID1->setColumnWidth(reason, std::max(leastReasonWidth, GRID1->viewport()->width() - others));
+}
+
 void TF2101_IMP::buildFoot() {
   foot_ = new QWidget(body());
   FormBuilder form(*this, foot_);
@@ -118,14 +134,12 @@ void TF2101_IMP::buildFoot() {
        .label = tr("指定导入商品的默认【商品分类】"),
        .kind = FieldKind::Lookup,
        .limit = 4,
-       .required = true,
        .check = FieldCheck::Id,
        .nameLabel = u"CLASS_NAME"_s},
       {.name = u"dw_id"_s,
        .label = tr("指定导入商品的默认【计量单位】"),
        .kind = FieldKind::Lookup,
        .limit = 2,
-       .required = true,
        .check = FieldCheck::Id,
        .nameLabel = u"DW_NAME"_s},
       {.name = u"CK_ID1"_s,

@@ -3,6 +3,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "host/U_glo.h"
 #include "host/controls/link_label.h"
 #include "host/data/U_dataop.h"
 #include "host/data/errors.h"
@@ -112,6 +113,7 @@ void TF2101A_2::init(const QString& barcode) {
       AdoQry_Tmp, u"101"_s,
       u"SELECT '本地库' as C,D1801DW.TM, D1801.WL_NAME, D1801.WL_GG, D1003.DW_NAME, D1801.CD,D1801DW.SJ, D1801DW.CGJ, D1801.BDATE, D1801.EDATE, D1801.WL_ID FROM D1801 INNER JOIN D1801DW ON D1801.WL_ID = D1801DW.WL_ID INNER JOIN D1003 ON D1801DW.DW_ID = D1003.DW_ID where D1801DW.tm='"_s +
           barcode + u'\'');
+  for (const QString& price : {u"SJ"_s, u"CGJ"_s}) AdoQry_Tmp.setFieldFormat(price, G_PriceFormat);
   if (offlineAvailable_) appendOffline(barcode);
   AdoQry_Tmp.first();
 }

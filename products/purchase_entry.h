@@ -19,15 +19,15 @@ inline const QString quickEditorClass = QStringLiteral("TF2101A_1");
 inline const QString quickEditorWithReferencePricesClass = QStringLiteral("TF2101A_3");
 
 // The fields that the lines of a purchase must have for a quick editor to append to them; a document adds its
-// own. The last three are only filled with packs in use (GPARAM28).
-inline std::vector<Field> purchaseLineFields() {
+// own. The last three are only filled, and only needed, with packs in use (GPARAM28).
+inline std::vector<Field> purchaseLineFields(bool withPacks = true) {
   const auto text = [](const char* name, int size) {
     return Field{QString::fromLatin1(name), FieldType::Text, size, {}, {}};
   };
   const auto number = [](const char* name, FieldType type) {
     return Field{QString::fromLatin1(name), type, 0, {}, {}};
   };
-  return {
+  std::vector<Field> fields{
       text("WL_ID", 20),  // product number, name, specification
       text("WL_NAME", 80),
       text("WL_GG", 40),
@@ -38,10 +38,11 @@ inline std::vector<Field> purchaseLineFields() {
       number("SL", FieldType::Float),  // quantity, unit price, amount
       number("DJ", FieldType::Float),
       number("MONEY", FieldType::Float),
-      number("DW_ZH", FieldType::Float),  // pieces in a pack, packs, loose pieces
-      number("DW_J", FieldType::Float),
-      number("DW_L", FieldType::Float),
   };
+  if (withPacks) {  // pieces in a pack, packs, loose pieces
+    for (const char* name : {"DW_ZH", "DW_J", "DW_L"}) fields.push_back(number(name, FieldType::Float));
+  }
+  return fields;
 }
 
 // Makes a quick editor owned by `owner`; null when the plug-in with the products is not loaded.

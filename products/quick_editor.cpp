@@ -36,7 +36,7 @@ void QuickProductEditor::hideLargeUnits() {
 }
 
 void QuickProductEditor::SetStatus(RecordSet& lines) {
-  for (const Field& field : purchaseLineFields()) {
+  for (const Field& field : purchaseLineFields(GPARAM28)) {
     if (!lines.hasField(field.name)) throw std::invalid_argument("no field " + field.name.toStdString());
   }
   enablePurchaseFields(true);

@@ -13,9 +13,9 @@ class QuickProductEditor : public ProductEditor {
   Q_OBJECT
 
  public:
-  // `lines` are a purchase document's lines with the fields of purchaseLineFields() (purchase_entry.h).
-  // Returns at once; each saved product appends one posted line. std::invalid_argument when a field is
-  // missing.
+  // `lines` are a purchase document's lines with the fields of purchaseLineFields(GPARAM28)
+  // (purchase_entry.h). Returns at once; each saved product appends one posted line. std::invalid_argument
+  // when a field is missing.
   void SetStatus(RecordSet& lines) override;
 
  protected:

@@ -8,6 +8,11 @@
 using namespace Qt::StringLiterals;
 
 namespace goodsbook {
+namespace {
+
+constexpr int referencePricePitch = 44;  // the form with reference prices is so much taller
+
+}  // namespace
 
 void QuickProductEditor::buildFields() {
   const auto number = [this](const QString& name, const QString& label, FieldCheck check, bool large,
@@ -67,6 +72,7 @@ void QuickProductEditor::buildFields() {
       if (first) price.labelName = u"Label15"_s;
       form.field(price);
     }
+    label(u"Label15"_s)->setMinimumHeight(referencePricePitch - body()->layout()->spacing());
   }
   form.fields({
       number(u"CGJ"_s, tr("采 购 价"), FieldCheck::FloatCanZero, false, false),

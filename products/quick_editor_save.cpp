@@ -1,5 +1,6 @@
 #include <cmath>
 #include <optional>
+#include <tuple>
 
 #include "host/U_function.h"
 #include "host/U_glo.h"
@@ -127,7 +128,8 @@ void QuickProductEditor::appendPurchaseLine() {
   lines.post();
 }
 
-// An input that is no number ends the reckoning; the line keeps what it has by then.
+// An input that is no number ends the reckoning; the line keeps what it has by then. A blank one leaves its
+// field empty and ends it where it would be reckoned with.
 void QuickProductEditor::reckonPurchase() {
   RecordSet& lines = listRows();
   const auto price = Currency::of(text(u"JJ"_s));
@@ -137,11 +139,12 @@ void QuickProductEditor::reckonPurchase() {
     const auto rate = Currency::of(text(u"dw_zh"_s));
     const auto packs = Currency::of(text(u"J"_s));
     const auto loose = quantity;
-    for (const auto& [field, amount] :
-         {std::pair{u"DW_zh"_s, rate}, {u"dw_j"_s, packs}, {u"dw_l"_s, loose}}) {
-      if (!amount) return;
-      lines.setValue(field, amount->value());
+    for (const auto& [field, element, amount] :
+         {std::tuple{u"DW_zh"_s, u"dw_zh"_s, rate}, {u"dw_j"_s, u"J"_s, packs}, {u"dw_l"_s, u"L"_s, loose}}) {
+      if (!amount && !text(element).trimmed().isEmpty()) return;
+      lines.setValue(field, amount ? QVariant(amount->value()) : QVariant());
     }
+    if (!rate || !packs || !loose) return;
     quantity = *packs * *rate + *loose;
   }
   if (!quantity) return;

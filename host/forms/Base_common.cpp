@@ -241,7 +241,9 @@ void TFrm_Base_Common::FormKeyDown(QKeyEvent* event) {
   for (QWidget* widget = focus; widget && widget != this; widget = widget->parentWidget()) {
     inList = inList || qobject_cast<QAbstractItemView*>(widget);
   }
-  if (!isField || inList) return;
+  const auto* list = qobject_cast<const QAbstractItemView*>(focus);
+  const bool isEmptyList = list && list->model() && list->model()->rowCount() == 0;  // no row to open or edit
+  if (!isEmptyList && (!isField || inList)) return;
   event->accept();
   focusNextField();
 }

@@ -18,6 +18,7 @@ namespace {
 constexpr int mostRows = 1'048'576;
 constexpr int mostColumns = 16'384;
 constexpr std::size_t mostFormats = 65'536;
+constexpr int mostStringPacking = 64;  // each text stands there once: they pack less than cells
 
 struct Sheet {
   QString name, file;
@@ -30,7 +31,7 @@ class XlsxBook : public SheetBook {
     readStyles();
     const QString strings = u"xl/sharedStrings.xml"_s;
     if (archive_.has(strings)) {
-      SheetXml markup = xml(strings);
+      SheetXml markup = xml(strings, mostStringPacking);
       strings_.read(markup, path);
     }
   }
@@ -42,7 +43,9 @@ class XlsxBook : public SheetBook {
   }
   std::unique_ptr<SheetRows> rows(int sheet) const override;
 
-  SheetXml xml(const QString& file) const { return {archive_.open(file), archive_.path(), options_.pause}; }
+  SheetXml xml(const QString& file, int mostPacking = ZipArchive::usualPacking) const {
+    return {archive_.open(file, mostPacking), archive_.path(), options_.pause};
+  }
   const QString& path() const { return archive_.path(); }
   int columns() const { return std::min(options_.columns, mostColumns); }
   bool since1904() const { return since1904_; }

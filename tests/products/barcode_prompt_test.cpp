@@ -68,8 +68,8 @@ TEST_F(BarcodePrompt, ListsEveryProductWithTheBarcode) {
                                      {u"WL_GG"_s, u"500ml"_s},
                                      {u"DW_NAME"_s, u"瓶"_s},
                                      {u"CD"_s, u"上海"_s},
-                                     {u"SJ"_s, u"5"_s},
-                                     {u"CGJ"_s, u"2.5"_s},
+                                     {u"SJ"_s, u"5.00"_s},
+                                     {u"CGJ"_s, u"2.50"_s},
                                      {u"WL_ID"_s, u"P1"_s}})
     EXPECT_EQ(row[field].toString(), value) << field.toStdString();
   QStringList titles;

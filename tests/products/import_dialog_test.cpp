@@ -1,8 +1,11 @@
 // The import of new products: its elements, and reading a file into the grid.
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QHeaderView>
+#include <QHelpEvent>
 #include <QTableView>
 #include <QTimer>
+#include <QToolTip>
 
 #include "app/driver/driver.h"
 #include "tests/products/import_screen.h"
@@ -59,6 +62,63 @@ TEST_F(ImportDialog, AFileMustBeChosen) {
   click(u"btn_ref"_s);
   EXPECT_EQ(messages(), Lines{u"请选择导入的文件!"_s});
   EXPECT_TRUE(get(u"Edt_path"_s)["focused"_L1].toBool());
+}
+
+TEST_F(ImportDialog, BlankDefaultsDoNotHoldTheFocus) {
+  openImport();
+  for (const QString& name : {u"CLASS_ID"_s, u"dw_id"_s}) {
+    focus(name);
+    choose(fixture(u"twice.xls"_s));
+    EXPECT_EQ(messages(), Lines{}) << name.toStdString();
+    EXPECT_EQ(text(u"Edt_path"_s), fixture(u"twice.xls"_s)) << name.toStdString();
+    type(u"Edt_path"_s, {});
+  }
+}
+
+TEST_F(ImportDialog, WithoutAFileF12TellsThatAloneFromAnyField) {
+  openImport();
+  for (const QString& code : {QString(), u"99"_s}) {
+    for (const QString& name : {u"CLASS_ID"_s, u"dw_id"_s}) {
+      focus(name);
+      if (!code.isEmpty()) type(name, code);
+      press(u"F12"_s);
+      EXPECT_EQ(messages(), Lines{u"请选择导入的文件!"_s}) << name.toStdString();
+      EXPECT_TRUE(get(u"Edt_path"_s)["focused"_L1].toBool()) << name.toStdString();
+    }
+  }
+}
+
+TEST_F(ImportDialog, EnterGoesOnFromAGridWithoutRows) {
+  openImport();
+  focus(u"GRID1"_s);
+  press(u"Return"_s);
+  EXPECT_TRUE(get(u"CLASS_ID"_s)["focused"_L1].toBool());
+}
+
+TEST_F(ImportDialog, TheReasonTakesTheWidthThatIsLeftAndStandsInTheToolTip) {
+  openImport();
+  const QString reason(30, u'长');
+  read(csv(u"69,甲,1,2,3\n"_s));
+  cell(u"GRID1"_s, 0, u"COL6"_s, reason);
+  onGui([&] {
+    QWidget* dialog = driver().addressing().foremost();
+    auto* grid = dialog->findChild<QTableView*>(u"GRID1"_s);
+    const auto width = [grid] { return grid->columnWidth(5); };
+    const auto restOf = [grid] {
+      return grid->viewport()->width() - (grid->horizontalHeader()->length() - grid->columnWidth(5));
+    };
+    for (const int wide : {1200, 960, 800}) {
+      dialog->resize(wide, dialog->height());
+      QCoreApplication::processEvents();
+      EXPECT_EQ(width(), restOf()) << wide;
+      EXPECT_GE(width(), grid->fontMetrics().horizontalAdvance(u"条码已存在，该商品未导入!"_s) + 8) << wide;
+    }
+    const QPoint place = grid->visualRect(grid->model()->index(0, 5)).center();
+    QHelpEvent asked(QEvent::ToolTip, place, grid->viewport()->mapToGlobal(place));
+    QCoreApplication::sendEvent(grid->viewport(), &asked);
+    EXPECT_EQ(QToolTip::text(), reason);
+    QToolTip::hideText();
+  });
 }
 
 TEST_F(ImportDialog, ACancelledChoiceKeepsThePath) {

@@ -20,6 +20,7 @@ class ImportProducts : public ImportScreen {
     fillDefaults();
     statements();
   }
+  int currentRow() { return done({{u"cmd"_s, u"rows"_s}, {u"element"_s, u"GRID1"_s}})["current"_L1].toInt(); }
   Table stored() {
     return sql(
         u"select d.WL_ID,WL_NAME,WL_GG,TM,SJ,VIPSJ,PFJ,CGJ from D1801 d,D1801DW w where d.WL_ID=w.WL_ID order by d.WL_ID"_s);
@@ -165,6 +166,25 @@ TEST_F(ImportProducts, AFailedRowSaysWhyAndTheRunStopsUnlessTheUserGoesOn) {
   EXPECT_TRUE(column(u"COL6"_s).at(1).startsWith(u"零售价“面议”不是数字："_s))
       << column(u"COL6"_s).at(1).toStdString();
   EXPECT_EQ(result(), u"读取 3 行，导入 1，已存在 0，失败 1，已停止，1 行未处理"_s);
+  EXPECT_EQ(currentRow(), 1);
+}
+
+TEST_F(ImportProducts, TheGridEndsAtTheLastRowHandled) {
+  start(csv(u"6901,水,1,2,2\n6902,茶,1,2,2\n6903,酒,1,2,2\n"_s));
+  for (int run = 0; run < 2; ++run) {
+    click(u"btn_ok"_s);
+    EXPECT_EQ(currentRow(), 2) << run;
+  }
+}
+
+TEST_F(ImportProducts, CategoryAndUnitMustBeGiven) {
+  openImport();
+  read(csv(u"6901,水,1,2,2\n"_s));
+  type(u"CLASS_ID"_s, u"01"_s);
+  press(u"F9"_s);
+  EXPECT_EQ(messages(), Lines{u"指定导入商品的默认【计量单位】不能为空!"_s});
+  EXPECT_TRUE(get(u"dw_id"_s)["focused"_L1].toBool());
+  EXPECT_EQ(sql(u"select count(*) from D1801"_s)[0][0], u"0"_s);
 }
 
 TEST_F(ImportProducts, WhoGoesOnIsAskedOnce) {

@@ -117,13 +117,14 @@ TEST_F(PurchaseEntry, WhatIsNoNumberEndsTheReckoning) {
   EXPECT_EQ(line()["MONEY"_L1].toString() + line()["DJ"_L1].toString(), QString());
 }
 
-TEST_F(PurchaseEntry, PacksThatAreNoNumberLeaveTheQuantityEmpty) {
+TEST_F(PurchaseEntry, BlankPacksLeaveTheQuantityEmpty) {
   set(u"GPARAM28"_s, u"1"_s);
   enter(QString(), u"3"_s, u"2"_s);
   const QJsonObject added = line();
   EXPECT_EQ(added["DW_ZH"_L1].toString().toDouble(), 12);
+  EXPECT_EQ(added["DW_L"_L1].toString().toDouble(), 3);
   EXPECT_EQ(added["DJ"_L1].toString().toDouble(), 2);
-  for (const QString& field : {u"DW_J"_s, u"DW_L"_s, u"SL"_s, u"MONEY"_s})
+  for (const QString& field : {u"DW_J"_s, u"SL"_s, u"MONEY"_s})
     EXPECT_EQ(added[field].toString(), QString()) << field.toStdString();
 }
 
@@ -209,16 +210,53 @@ TEST_F(PurchaseEntry, ThePromptIsThereForOtherModulesToo) {
 }
 
 TEST_F(PurchaseEntry, LinesWithoutAFieldThatIsNeededAreRefused) {
+  for (const bool withPacks : {true, false}) {
+    set(u"GPARAM28"_s, withPacks ? u"1"_s : u"0"_s);
+    openList();
+    onGui([&] {
+      std::vector<Field> fields = purchaseLineFields(withPacks);
+      fields.pop_back();
+      RecordSet lines;
+      lines.create(fields);
+      const std::unique_ptr<TFrm_Base_Detail> editor(createQuickEditor(quickEditorClass, driver().owner()));
+      EXPECT_THROW(editor->SetStatus(lines), std::invalid_argument);
+      EXPECT_FALSE(editor->isVisible());
+    });
+    done({{u"cmd"_s, u"close"_s}});
+  }
+}
+
+TEST_F(PurchaseEntry, WithoutPacksTheLinesNeedNoFieldsForThem) {
   openList();
+  RecordSet lines;
+  QPointer<TFrm_Base_Detail> editor;
   onGui([&] {
-    std::vector<Field> fields = purchaseLineFields();
-    fields.pop_back();
-    RecordSet lines;
-    lines.create(fields);
-    const std::unique_ptr<TFrm_Base_Detail> editor(createQuickEditor(quickEditorClass, driver().owner()));
-    EXPECT_THROW(editor->SetStatus(lines), std::invalid_argument);
-    EXPECT_FALSE(editor->isVisible());
+    lines.create(purchaseLineFields(false));
+    editor = createQuickEditor(quickEditorClass, driver().owner());
+    editor->SetStatus(lines);
   });
+  type(u"Edit1"_s, u"P1"_s);
+  fill();
+  type(u"L"_s, u"3"_s);
+  type(u"JJ"_s, u"2.5"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines());
+  onGui([&] {
+    EXPECT_EQ(lines.rowCount(), 1);
+    EXPECT_EQ(lines.number(u"MONEY"_s), 7.5);
+    delete editor;
+    lines.close();
+  });
+}
+
+TEST_F(PurchaseEntry, TheRowOfReferencePricesMakesTheForm44PixelsTaller) {
+  int heights[2] = {};
+  for (const int i : {0, 1}) {
+    purchase(i == 0 ? quickEditorClass : quickEditorWithReferencePricesClass);
+    onGui([&] { heights[i] = driver().addressing().foremost()->height(); });
+    click(u"btn_Cancel"_s);
+  }
+  EXPECT_EQ(heights[1] - heights[0], 44);
 }
 
 }  // namespace
