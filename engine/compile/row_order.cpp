@@ -1,25 +1,11 @@
 #include "engine/compile/row_order.h"
 
 #include <algorithm>
-#include <map>
 
 #include "engine/compile/nodes.h"
 
 namespace goodsbook::engine {
 namespace {
-
-// The base tables of a join by source.
-using Tables = std::map<int, const TableInfo*>;
-
-void collectTables(const BoundFrom& from, const Catalog& catalog, Tables& tables) {
-  if (const auto* source = std::get_if<BoundSource>(&from.content)) {
-    if (!source->query) tables[source->id] = catalog.findTable(source->table);
-    return;
-  }
-  const auto& join = std::get<BoundJoin>(from.content);
-  collectTables(*join.left, catalog, tables);
-  collectTables(*join.right, catalog, tables);
-}
 
 // The first table of a join whose rows are all there; null where it is derived or can be missing.
 const BoundSource* firstTable(const BoundFrom& from) {
@@ -32,23 +18,23 @@ const BoundSource* firstTable(const BoundFrom& from) {
   return source.query ? nullptr : &source;
 }
 
-// Whether SQLite can start from the rows that a condition lets through: `indexed column = value`, or a column
-// among the rows of a query.
-bool canStartFrom(const Node& condition, const Tables& tables) {
-  if (std::holds_alternative<InQueryNode>(condition.content)) return true;
+// Whether SQLite can start from the rows of a table that a condition lets through: `indexed column = value`,
+// or its rows among those of a query.
+bool canStartFrom(const Node& condition, int source, const TableInfo& table) {
+  const auto isColumn = [&](const Node& node) {
+    const auto* column = std::get_if<ColumnNode>(&node.content);
+    return column != nullptr && column->source == source ? column : nullptr;
+  };
+  if (const auto* in = std::get_if<InQueryNode>(&condition.content)) return isColumn(*in->operand) != nullptr;
   const auto* infix = std::get_if<InfixNode>(&condition.content);
   if (infix == nullptr) return false;
-  const auto fits = [&](const NodePtr& part) { return canStartFrom(*part, tables); };
-  if (infix->op == "AND") return std::any_of(infix->operands.begin(), infix->operands.end(), fits);
-  const auto* column = std::get_if<ColumnNode>(&infix->operands.front()->content);
-  if (infix->op != "=" || column == nullptr ||
-      std::holds_alternative<ColumnNode>(infix->operands[1]->content))
-    return false;
-  const auto found = tables.find(column->source);
-  if (found == tables.end() || found->second == nullptr) return false;
-  const auto at = found->second->find(column->column);
-  const std::vector<std::size_t>& indexed = found->second->indexed;
-  return at && std::find(indexed.begin(), indexed.end(), *at) != indexed.end();
+  if (infix->op == "AND")
+    return std::any_of(infix->operands.begin(), infix->operands.end(),
+                       [&](const NodePtr& part) { return canStartFrom(*part, source, table); });
+  const ColumnNode* column = infix->op == "=" ? isColumn(*infix->operands.front()) : nullptr;
+  if (column == nullptr || std::holds_alternative<ColumnNode>(infix->operands[1]->content)) return false;
+  const auto at = table.find(column->column);
+  return at && std::find(table.indexed.begin(), table.indexed.end(), *at) != table.indexed.end();
 }
 
 }  // namespace
@@ -59,11 +45,11 @@ void keepRowOrder(BoundQuery& query, const Catalog& catalog) {
   if (select == nullptr || !select->where || select->distinct || select->grouped || select->limit ||
       select->from.empty())
     return;
-  Tables tables;
-  for (const BoundFromPtr& part : select->from) collectTables(*part, catalog, tables);
-  const BoundSource* first = firstTable(*select->from.front());
-  if (first == nullptr || tables.size() < 2 || !canStartFrom(*select->where, tables)) return;
-  if (const TableInfo* table = tables.at(first->id))
+  const bool joined =
+      select->from.size() > 1 || std::holds_alternative<BoundJoin>(select->from.front()->content);
+  const BoundSource* first = joined ? firstTable(*select->from.front()) : nullptr;
+  const TableInfo* table = first == nullptr ? nullptr : catalog.findTable(first->table);
+  if (table != nullptr && canStartFrom(*select->where, first->id, *table))
     query.orderBy.push_back({.node = makeNode(ColumnNode{first->id, table->rowName})});
 }
 

@@ -20,6 +20,7 @@ QString tablesForPostgres() {
   for (const schema::ScriptBatch& batch : schema::batches(schema::script())) {
     QString part = QString::fromUtf8(batch.text.data(), static_cast<qsizetype>(batch.text.size()));
     if (part.contains(u"create procedure"_s)) continue;
+    part.remove(QRegularExpression(u"--[^\n]*"_s));
     part.replace(u"nvarchar(max)"_s, u"text"_s).replace(u"nvarchar"_s, u"varchar"_s);
     part.replace(u"varbinary(max)"_s, u"bytea"_s).replace(u"datetime"_s, u"timestamp(3)"_s);
     part.replace(QRegularExpression(u"\\bbit\\b"_s), u"smallint"_s).remove(u"identity(1,1)"_s);
