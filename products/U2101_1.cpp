@@ -143,7 +143,13 @@ void TF2101_1::addUnitRow() {
 }
 
 void TF2101_1::removeUnitRow() {
-  if (!isReadOnly() && !DataSetDJ.isEmpty()) DataSetDJ.remove();
+  if (isReadOnly() || DataSetDJ.isEmpty()) return;
+  DataSetDJ.remove();
+  AllChange();
+}
+
+bool TF2101_1::hasUnsavedInput() const {
+  return ProductEditor::hasUnsavedInput() || (!isReadOnly() && DataSetDJ.isOpen() && DataSetDJ.isModified());
 }
 
 void TF2101_1::FormKeyDown(QKeyEvent* event) {

@@ -23,6 +23,7 @@ class TF2101_1 : public ProductEditor {
   void SaveData() override;
   void Edit1Exit() override;
   void FormKeyDown(QKeyEvent* event) override;
+  bool hasUnsavedInput() const override;
   void FormClose() override;  // remembers the input style
   QString helpText() const override;
 
@@ -50,6 +51,7 @@ class TF2101_1 : public ProductEditor {
   void drawNumber();  // what an automatic number stands for becomes one
   QString headerStatements() const;
   void checkUnits();  // of the grid
+  void checkSingleUnit();
   QString unitStatements() const;
   QString closingStatements() const;
   void storePicture();

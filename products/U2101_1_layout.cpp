@@ -174,8 +174,8 @@ QWidget* TF2101_1::buildUnitGrid() {
   connect(DBGridEh1, &TDBGridEh::columnButtonClicked, this,
           [this](int row, const QString& field) { guarded(this, [&] { unitButtonClick(row, field); }); });
   connect(DBGridEh1, &TDBGridEh::enteredBehindLast, this, &TF2101_1::focusNextField);
-  connect(&DataSetDJ, &RecordSet::stateChanged, this, [this] {
-    if (!loading() && DataSetDJ.state() != RecordSet::State::Browse) AllChange();
+  connect(&DataSetDJ, &RecordSet::afterPost, this, [this] {
+    if (!loading()) AllChange();
   });
   return DBGridEh1;
 }

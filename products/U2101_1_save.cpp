@@ -25,11 +25,19 @@ void TF2101_1::SaveData() {
   // Lists join to category and unit: without them a product would be lost.
   CheckBlank(edit(u"Edit2"_s));
   CheckBlank(edit(u"CLASS_ID"_s));
-  if (singleUnit_) CheckBlank(edit(u"dw_id"_s));
+  if (singleUnit_) checkSingleUnit();
   drawNumber();  // last of all, so that a save that is refused uses up none
   ExecSql(moduleCode_, text(u"Edit1"_s), mode(), headerStatements() + unitStatements() + closingStatements());
   storePicture();
   showInList();
+}
+
+// F6 and a copied product bring here what was never left as a field.
+void TF2101_1::checkSingleUnit() {
+  CheckBlank(edit(u"dw_id"_s));
+  CheckId(edit(u"dw_id"_s));
+  if (!isAdding()) return;  // then an empty price is text of the statement, else it is a number of it
+  for (const QString& price : {u"SJ"_s, u"VIPSJ"_s, u"CGJ"_s}) CheckFloatCanZero(edit(price));
 }
 
 void TF2101_1::drawNumber() {

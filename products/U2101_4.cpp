@@ -35,6 +35,7 @@ tF2101_4::tF2101_4(QWidget* owner)
   heading->setAlignment(Qt::AlignCenter);
   form.wide(heading);
   caption_->setObjectName(u"Label2"_s);
+  caption_->setTextFormat(Qt::PlainText);
   caption_->setAlignment(Qt::AlignCenter);
   caption_->setWordWrap(true);  // a long name must not make the window wider than the screen
   caption_->setTextInteractionFlags(Qt::TextSelectableByMouse);

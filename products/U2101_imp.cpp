@@ -31,6 +31,7 @@ constexpr int betweenEventsMs = 35;
 class TF2101_IMP::Busy {
  public:
   Busy(TF2101_IMP& dialog, int steps) : dialog_(dialog), focus_(dialog.focusWidget()) {
+    if (dialog.GRID1->isAncestorOf(focus_)) focus_ = dialog.GRID1;  // a cell's editor does not last
     dialog_.btn_Cancel->setFocus();
     set(true);
     dialog_.stop_ = false;
@@ -183,6 +184,7 @@ TF2101_IMP::Count TF2101_IMP::importRows(ImportRun& run) {
   const auto turn = [] { QApplication::processEvents(); };
   RelaxedCommits relaxed(Session::current().database());
   QuietRows grid(&D_MAIN), list(list_);
+  for (int row = 0; row < count.read; ++row) note(row, {});  // of an earlier run
   for (int row = 0; row < count.read && !count.stopped; ++row) {
     if (sinceEvents_.elapsed() >= betweenEventsMs) {
       progress_->setValue(row);

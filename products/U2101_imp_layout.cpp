@@ -89,6 +89,7 @@ void TF2101_IMP::buildGrid() {
   GRID1->verticalHeader()->setDefaultSectionSize(rowHeight);
   GRID1->setSelectionBehavior(QAbstractItemView::SelectRows);
   GRID1->viewport()->installEventFilter(this);
+  connect(GRID1, &TDBGridEh::enteredBehindLast, this, &TF2101_IMP::focusNextField);
   GRID1->setEmptyText(
       tr("选择文件后按 F12 读取：第 1 行为表头，其下各列依次为条码、品名、规格、零售价、会员价"));
   static_cast<QBoxLayout*>(body()->layout())->addWidget(GRID1, 1);

@@ -68,7 +68,7 @@ void TF2101_SJ::init(const QString& adw) {
 }
 
 bool TF2101_SJ::hasUnsavedInput() const {
-  return !DBGridEh->isReadOnly() && AdoQry_Main.hasChanges();
+  return !DBGridEh->isReadOnly() && (AdoQry_Main.hasChanges() || AdoQry_Main.isModified());
 }
 
 void TF2101_SJ::showOnly() {
@@ -118,7 +118,7 @@ void TF2101_SJ::btn_okClick() {
     batch += u"insert into  D1801DWSJ (ADW,CK_ID,  SJ, VIPSJ) values("_s + adw_ + u",'"_s +
              textAt(row, u"CK_ID"_s) + u"','"_s + retail + u"','"_s + member + u"');"_s;
   }
-  guard_.confirmSave(*this, windowTitle());
+  guard_.confirmSave(*this, tr("商品单位"));
   ExecSql(u"101"_s, adw_, u"Edit"_s, batch);
   setModalResult(QDialog::Accepted);
 }

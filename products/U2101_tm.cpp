@@ -80,7 +80,7 @@ void TF2101_TM::btn_okClick() {
     }
     if (!barcode.isEmpty()) batch += u"insert into D1801DWTM values("_s + adw_ + u",'"_s + barcode + u"');"_s;
   }
-  guard_.confirmSave(*this, windowTitle());
+  guard_.confirmSave(*this, tr("商品单位"));
   ExecSql(u"101"_s, adw_, u"Edit"_s, batch);
   setModalResult(QDialog::Accepted);
 }

@@ -71,6 +71,7 @@ void QuickProductEditor::buildFields() {
       price.format = u"0.00"_s;
       if (first) price.labelName = u"Label15"_s;
       form.field(price);
+      edit(name)->setAccessibleName(tr("参考售价%1").arg(name.back()));
     }
     label(u"Label15"_s)->setMinimumHeight(referencePricePitch - body()->layout()->spacing());
   }

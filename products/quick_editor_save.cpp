@@ -38,10 +38,16 @@ struct Currency {
 void QuickProductEditor::SaveData() {
   checkPrices();
   drawNumber();
-  if (!GKH1 && text(u"TM"_s).isEmpty()) setText(u"TM"_s, text(u"Edit1"_s));
-  refuseWithdrawnNegativeStock(tr("该商品当前库存为负库存,不能取消该商品的负库存状态!"));
-  ExecSql(moduleCode_, text(u"Edit1"_s), mode(), headerStatements() + unitStatement() + stockStatement(),
-          65535, false, true, false, true);
+  const bool takesCode = !GKH1 && text(u"TM"_s).isEmpty();
+  if (takesCode) setText(u"TM"_s, text(u"Edit1"_s));
+  try {
+    refuseWithdrawnNegativeStock(tr("该商品当前库存为负库存,不能取消该商品的负库存状态!"));
+    ExecSql(moduleCode_, text(u"Edit1"_s), mode(), headerStatements() + unitStatement() + stockStatement(),
+            65535, false, true, false, true);
+  } catch (...) {
+    if (takesCode) setText(u"TM"_s, {});  // the next try may draw another number
+    throw;
+  }
   if (fromDocument_) {
     appendPurchaseLine();
   } else {

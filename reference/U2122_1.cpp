@@ -1,5 +1,7 @@
 #include "reference/U2122_1.h"
 
+#include <QAbstractButton>
+
 #include "host/U_function.h"
 #include "host/U_linkedit.h"
 #include "host/Zpy.h"
@@ -53,7 +55,13 @@ TF2122_1::TF2122_1(QWidget* owner) : TFrm_Base_Detail(owner) {
   elementNamed(u"RB2"_s)->setToolTip(tr("类    型"));
   // A click switches the type and leaves the focus where it is: an account of the other type's branch, held
   // fast by its check, is put right by it.
-  for (const QString& type : {u"RB1"_s, u"RB2"_s}) elementNamed(type)->setFocusPolicy(Qt::TabFocus);
+  // Tab comes to the ticked one only: Space would switch the other.
+  const auto giveFocusToTicked = [this] {
+    elementNamed(u"RB1"_s)->setFocusPolicy(isBank() ? Qt::TabFocus : Qt::NoFocus);
+    elementNamed(u"RB2"_s)->setFocusPolicy(isBank() ? Qt::NoFocus : Qt::TabFocus);
+  };
+  connect(element<QAbstractButton>(u"RB1"_s), &QAbstractButton::toggled, this, giveFocusToTicked);
+  giveFocusToTicked();
   body()->setMinimumWidth(360);
   TExtEdit* ledger = lookupEdit(u"KM_ID"_s);
   connect(ledger, &TExtEdit::ButtonClick, this, [this] { guarded(this, [this] { KM_IDButtonClick(); }); });

@@ -183,9 +183,7 @@ void TDBGridEh::clickCell(int row, const QString& field, bool doubleClick) {
 void TDBGridEh::copyToClipboard() {
   const RecordSet* rows = recordSet();
   if (rows == nullptr || rows->isEmpty()) return;
-  std::vector<int> lines;
-  for (const RecordSet::Bookmark row : selectedRows())
-    lines.push_back(rows->rowOf(row, lines.empty() ? -1 : lines.back() + 1));
+  std::vector<int> lines = d_->picks.positions(*rows);
   if (lines.empty()) lines.push_back(rows->currentRow());
   std::vector<int> columns;
   for (int visual = 0; visual < horizontalHeader()->count(); ++visual) {

@@ -1,6 +1,7 @@
 #include "host/controls/grid_picks.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace goodsbook {
 
@@ -19,10 +20,27 @@ void GridPicks::set(Bookmark row, bool on) {
 
 std::vector<RecordSet::Bookmark> GridPicks::inOrder(const RecordSet& rows) const {
   std::vector<Bookmark> present;
-  for (const Bookmark row : order_) {
-    if (rows.rowOf(row) >= 0) present.push_back(row);
-  }
+  for (const int position : positions(rows)) present.push_back(rows.bookmarkAt(position));
   return present;
+}
+
+std::vector<int> GridPicks::positions(const RecordSet& rows) const {
+  std::vector<int> found;
+  constexpr std::size_t few = 64;  // looked for one by one; more by a table of all rows
+  if (order_.size() <= few) {
+    for (const Bookmark row : order_) {
+      const int position = rows.rowOf(row, found.empty() ? -1 : found.back() + 1);
+      if (position >= 0) found.push_back(position);
+    }
+    return found;
+  }
+  std::unordered_map<Bookmark, int> places;
+  places.reserve(static_cast<std::size_t>(rows.rowCount()));
+  for (int row = 0; row < rows.rowCount(); ++row) places.emplace(rows.bookmarkAt(row), row);
+  for (const Bookmark row : order_) {
+    if (const auto place = places.find(row); place != places.end()) found.push_back(place->second);
+  }
+  return found;
 }
 
 }  // namespace goodsbook

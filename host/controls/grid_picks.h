@@ -20,6 +20,7 @@ class GridPicks {
 
   // In the order of picking, without those that are gone from `rows`.
   std::vector<Bookmark> inOrder(const RecordSet& rows) const;
+  std::vector<int> positions(const RecordSet& rows) const;  // of those rows
 
  private:
   std::vector<Bookmark> order_;

@@ -25,9 +25,10 @@ struct KeyOfModule {
   const char16_t* column;
 };
 
-// Where the codes of a module's records are.
-constexpr std::array<KeyOfModule, 13> keys = {{
+// Where the codes of a module's records are. A deleted product leaves its units, which keep its code taken.
+constexpr std::array<KeyOfModule, 14> keys = {{
     {u"101", u"D1801", u"WL_ID"},
+    {u"101", u"D1801DW", u"WL_ID"},
     {u"103", u"D1003", u"dw_id"},
     {u"104", u"D1004", u"CLASS_ID"},
     {u"107", u"D1007", u"CK_ID"},
@@ -78,11 +79,16 @@ qint64 firstFree(Database& database, const KeyOfModule& key, const QString& pref
   }
 }
 
-const KeyOfModule* keyOf(const QString& moduleCode) {
-  for (const auto& key : keys) {
-    if (moduleCode == QStringView(key.module)) return &key;
+// The same over all tables in which the module's codes stand.
+qint64 firstFree(Database& database, const QString& moduleCode, const QString& prefix, int digits,
+                 qint64 serial) {
+  for (qint64 before = -1; before != serial;) {
+    before = serial;
+    for (const auto& key : keys) {
+      if (moduleCode == QStringView(key.module)) serial = firstFree(database, key, prefix, digits, serial);
+    }
   }
-  return nullptr;
+  return serial;
 }
 
 QString drawOnce(Database& database, const QString& moduleCode, const QString& prefix, int serialLength,
@@ -104,7 +110,7 @@ QString drawOnce(Database& database, const QString& moduleCode, const QString& p
   qint64 serial = next;
   QString number;
   if (digits > 0) {
-    if (const auto* key = keyOf(moduleCode)) serial = firstFree(database, *key, prefix, digits, serial);
+    serial = firstFree(database, moduleCode, prefix, digits, serial);
     number = prefix + numberText(serial, digits);
     if (number.size() > prefix.size() + digits) {
       throw EDatabaseError(

@@ -88,16 +88,20 @@ void TFrm_Base_Common::CheckId(QLineEdit* edit) {
   auto* lookup = qobject_cast<TExtEdit*>(edit);
   QLabel* nameLabel = lookup ? lookup->nameLabel() : nullptr;
   const QString code = edit->text().trimmed();
+  const QString nameBefore = nameLabel ? nameLabel->text() : QString();
+  if (nameLabel) nameLabel->clear();  // a refused code has no other code's name beside it
   if (code.isEmpty()) {
     const FieldSet::Bound* field = fields_.find(edit);
     if (field && field->spec.required) CheckBlank(edit);
-    if (nameLabel) nameLabel->clear();
     return;
   }
   CheckText(edit, labelOf(edit));
-  if (!lookup || !lookup->lookup()) return;
+  if (!lookup || !lookup->lookup()) {
+    if (nameLabel) nameLabel->setText(nameBefore);
+    return;
+  }
   const std::optional<QString> name = lookup->lookup()->nameOf(code);
-  if (nameLabel) nameLabel->setText(name.value_or(QString()));  // no other code's
+  if (nameLabel) nameLabel->setText(name.value_or(QString()));
   if (!name) refuse(edit, tr("%1【%2】不存在!").arg(labelOf(edit), code));
 }
 

@@ -22,6 +22,24 @@ using namespace Qt::StringLiterals;
 
 namespace goodsbook {
 
+namespace {
+
+// What is selected once a node is gone: the next one that is not below it, or the one before it.
+QTreeWidgetItem* neighbourOf(QTreeWidget& tree, QTreeWidgetItem* node) {
+  const auto isWithin = [node](const QTreeWidgetItem* other) {
+    while (other && other != node) other = other->parent();
+    return other == node;
+  };
+  QTreeWidgetItem* next = tree.itemBelow(node);
+  while (next && isWithin(next)) next = tree.itemBelow(next);
+  if (next && !treenode::isOrphanHead(next)) return next;
+  next = tree.itemAbove(node);
+  while (next && treenode::isOrphanHead(next)) next = tree.itemAbove(next);
+  return next;
+}
+
+}  // namespace
+
 TFrm_Base_Node::TFrm_Base_Node(QWidget* owner)
     : EditListScreen(owner), TreeView(new QTreeWidget(this)), FindNode(new TreeFind(*TreeView, this)) {
   TreeView->setObjectName(u"TreeView"_s);
@@ -56,6 +74,8 @@ TFrm_Base_Node::TFrm_Base_Node(QWidget* owner)
   connect(&AdoQry_Main, &RecordSet::afterScroll, this, &TFrm_Base_Node::listMoved);
   connect(DBGridEh, &QAbstractItemView::pressed, this, &TFrm_Base_Node::followList);
   DBGridEh->installEventFilter(this);
+  setTabOrder(FindNode, TreeView);
+  setTabOrder(TreeView, DBGridEh);
 }
 
 void TFrm_Base_Node::GetData() {
@@ -118,7 +138,8 @@ void TFrm_Base_Node::buildTree() {
     if (closed.contains(treenode::code(node))) node->setExpanded(false);
   }
   QTreeWidgetItem* again = current.isEmpty() ? nullptr : treenode::find(*TreeView, current);
-  if (!again && wasEmpty && !nodes.empty()) again = nodes.front();
+  // Another user may have deleted the node that was selected.
+  if (!again && (wasEmpty || !current.isEmpty()) && !nodes.empty()) again = nodes.front();
   if (again) TreeView->setCurrentItem(again);
   showNodeInList();
 }
@@ -191,19 +212,18 @@ void TFrm_Base_Node::Act_DeleteExecute() {
   question += usesLine(*this, code);
   if (DISPINFO(question, 2) != 'y') return;
   deleteByTemplate(*this, code);
-  QTreeWidgetItem* next = TreeView->itemBelow(node);
-  while (next && next->parent() == node) next = TreeView->itemBelow(next);
-  if (!next) next = TreeView->itemAbove(node);
-  const QString nextCode = treenode::code(next);
+  const QString nextCode = treenode::code(neighbourOf(*TreeView, node));
   {
     const QScopedValueRollback<bool> syncing(syncing_, true);
     if (AdoQry_Main.locate(bodyParam(bodyparam::keyField), code)) AdoQry_Main.remove();
     TreeView->clearSelection();
     buildTree();
   }
-  if (QTreeWidgetItem* found = nextCode.isEmpty() ? nullptr : treenode::find(*TreeView, nextCode))
+  if (QTreeWidgetItem* found = nextCode.isEmpty() ? nullptr : treenode::find(*TreeView, nextCode)) {
     TreeView->setCurrentItem(found);
-  followList();
+  } else {
+    listMoved();
+  }
   updateActions();
   showCount();
 }

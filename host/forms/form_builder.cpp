@@ -197,7 +197,9 @@ void FormBuilder::bind(const FieldSpec& spec, QWidget* element) {
         if (required) screen.CheckBlank(asEdit);
         if (check == FieldCheck::Id) screen.CheckId(asEdit);
         if (check == FieldCheck::Float) screen.CheckFloat(asEdit);
-        if (check == FieldCheck::FloatCanZero) screen.CheckFloatCanZero(asEdit);
+        // What came empty from the row and was not touched does not hold the user fast.
+        const bool cameEmpty = asEdit->text().isEmpty() && !asEdit->isModified();
+        if (check == FieldCheck::FloatCanZero && !cameEmpty) screen.CheckFloatCanZero(asEdit);
         if (auto* date = qobject_cast<TDBDateTimeEditEh*>(asEdit)) screen.CheckDate(date);
       });
     }

@@ -250,7 +250,7 @@ void ListScreen::setCondition(const QString& condition, const QString& displayTe
   conditionText_ = condition;
   displayText_ = displayText;
   filterLabel_->setText(displayText);
-  filterLabel_->setToolTip(displayText.trimmed());
+  filterLabel_->setToolTip(displayText.trimmed().toHtmlEscaped());
   const bool narrowed = !condition.trimmed().isEmpty();
   filterLabel_->setVisible(narrowed);
   clearFilter_->setVisible(narrowed);

@@ -27,6 +27,14 @@ bool isInGridEdit(const QWidget* focus) {
   return false;
 }
 
+// Ends the editing of a cell, so that its text counts as input.
+void takeCellText(const QWidget* focus) {
+  for (QWidget* widget = focus ? focus->parentWidget() : nullptr; widget && !widget->isWindow();
+       widget = widget->parentWidget()) {
+    if (qobject_cast<TDBGridEh*>(widget)) widget->setFocus();
+  }
+}
+
 constexpr const char* placeProperty = "placeBefore";  // of btn_ok: where the user was before
 
 void keepPlace(QPushButton* ok, QWidget* focus) {
@@ -89,6 +97,7 @@ void OkCancelScreen::pressOk() {
 
 void OkCancelScreen::reject() {
   guarded(this, [this] {
+    takeCellText(focusWidget());
     if (hasUnsavedInput() && isVisible() && DISPINFO(tr("资料已更改，是否保存?"), 2) == 'y') {
       pressOk();
     } else {

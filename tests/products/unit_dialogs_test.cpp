@@ -106,17 +106,29 @@ TEST_F(UnitDialogs, EscapeAsksBeforeTypedBarcodesAndPricesAreLost) {
   leave();
 }
 
+TEST_F(UnitDialogs, APriceInTheLastRowIsAskedAbout) {
+  openDialog(u"区域售价"_s);
+  const int last = static_cast<int>(rows(u"DBGridEh"_s).size()) - 1;
+  statements();
+  for (const QString& field : {u"SJ"_s, u"VIPSJ"_s}) cell(u"DBGridEh"_s, last, field, u"8"_s);
+  press(u"Ctrl+Tab"_s);
+  answer({u"n"_s});
+  press(u"Esc"_s);
+  EXPECT_EQ(messages(), Lines{u"资料已更改，是否保存?"_s});
+  leave();
+}
+
 TEST_F(UnitDialogs, BarcodesThatAnotherProgramAddedAreNotOverwrittenUnasked) {
   openDialog(u"多条码"_s);
   type(u"Memo1"_s, u"mine"_s);
   sql(u"insert into D1801DWTM values (1,'theirs')"_s);
   answer({u"n"_s});
   click(u"btn_ok"_s);
-  EXPECT_EQ(messages(), Lines{u"【一品多码设定】打开后已被其他用户修改：条码。\r\n是否仍然保存?"_s});
+  EXPECT_EQ(messages(), Lines{u"【商品单位】打开后已被其他用户修改：条码。\r\n是否仍然保存?"_s});
   EXPECT_EQ(sql(u"select TM from D1801DWTM"_s), (Table{{u"theirs"_s}}));
   sql(u"delete from D1801DW where adw=1"_s);
   click(u"btn_ok"_s);
-  EXPECT_EQ(messages(), Lines{u"【一品多码设定】已被其他用户删除，不能保存!"_s});
+  EXPECT_EQ(messages(), Lines{u"【商品单位】已被其他用户删除，不能保存!"_s});
   click(u"btn_Cancel"_s);
   leave();
 }

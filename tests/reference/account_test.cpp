@@ -167,6 +167,17 @@ TEST_F(Accounts, ARefusedLedgerAccountIsPutRightByTheOtherType) {
   EXPECT_EQ(sql(u"select classid,km_id from D1010"_s), (Table{{u"0"_s, u"1001"_s}}));
 }
 
+TEST_F(Accounts, EnterComesToTheTypeThatIsTicked) {
+  startNew();
+  for (const QString& type : {u"RB2"_s, u"RB1"_s}) {
+    click(type);
+    focus(u"Edit2"_s);
+    press(u"Tab"_s);
+    EXPECT_EQ(focused(), type);
+  }
+  click(u"btn_Cancel"_s);
+}
+
 TEST_F(Accounts, ATypeChangedAfterwardsIsNotHeldAgainstTheLedgerAccount) {
   openRow(u"('01','工行',1,'6222','工商银行','100201',3)"_s);
   act(u"Act_Edit"_s);

@@ -294,6 +294,20 @@ TEST_P(Trees, DeletingANodeLeavesItsChildren) {
   EXPECT_EQ(tree().size(), 2) << "the child under the node of rows without a parent";
 }
 
+TEST_P(Trees, BehindADeletedNodeTheNextOneOutsideOfItIsSelected) {
+  openRows();
+  const QString key = member().stored.section(u' ', 1, 1).section(u',', 0, 0);
+  const QString table = member().stored.section(u' ', 3, 3);
+  sql(u"insert into %1 (%2,OID) values ('B1','B');insert into %1 (%2,OID) values ('C','Z')"_s.arg(table,
+                                                                                                  key));
+  act(u"Act_Refresh"_s);
+  answer({u"y"_s});
+  act(u"Act_Delete"_s);
+  const QStringList marked = tree().filter(u"*"_s);
+  ASSERT_EQ(marked.size(), 1);
+  EXPECT_TRUE(marked.front().startsWith(u'C')) << tree().join(u'\n').toStdString();
+}
+
 TEST_P(Trees, ARowThatIsGoneDoesNotOpen) {
   openRows();
   sql(QString(member().remove));

@@ -43,6 +43,13 @@ TEST_F(NumberingTest, CodesThatUsersTypedAreSkipped) {
   EXPECT_EQ(GetNOID(u"101"_s, u"A"_s, 3), u"A005"_s);
 }
 
+TEST_F(NumberingTest, UnitsThatADeletedProductLeftKeepItsCodeTaken) {
+  addProducts({u"A001"_s, u"A004"_s});
+  for (const char16_t* code : {u"A001", u"A002", u"A003", u"A003"})
+    shop_.run(u"insert into D1801DW(T,WL_ID) values(1,'%1')"_s.arg(QStringView(code)));
+  EXPECT_EQ(GetNOID(u"101"_s, u"A"_s, 3), u"A005"_s);
+}
+
 TEST_F(NumberingTest, ManyTakenCodesAreSkippedAtOnce) {
   QString batch;
   for (int i = 1; i <= 1234; ++i)

@@ -219,5 +219,16 @@ TEST_F(Nodes, DeletingAsksAndNamesTheChildren) {
   EXPECT_EQ(shape(), "01(0101 0102) 02");
 }
 
+TEST_F(Nodes, TabGoesFromTheSearchToTheTreeAndTheList) {
+  open();
+  const QWidget* tree = screen->tree();
+  const QWidget* find = screen->findChild<QWidget*>(u"FindNode"_s);
+  EXPECT_EQ(find->nextInFocusChain(), tree);
+  const QWidget* next = tree->nextInFocusChain();
+  while (next->focusProxy() || next->parentWidget() == tree || !(next->focusPolicy() & Qt::TabFocus))
+    next = next->nextInFocusChain();
+  EXPECT_EQ(next->objectName(), u"DBGridEh"_s);
+}
+
 }  // namespace
 }  // namespace goodsbook
