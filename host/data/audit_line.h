@@ -13,6 +13,7 @@ struct AuditLine {
 
 // The statement that writes the line. `token` names this one save for good; empty where nobody will ask for
 // it.
-GOODSBOOKHOST_EXPORT QString auditStatement(const AuditLine& line, const QString& batch, const QString& token);
+GOODSBOOKHOST_EXPORT QString auditStatement(const AuditLine& line, const QString& batch,
+                                            const QString& token);
 
 }  // namespace goodsbook

@@ -16,6 +16,7 @@
 #include <memory>
 
 #include "host/U_function.h"
+#include "host/controls/progress.h"
 #include "host/controls/storage.h"
 #include "host/data/progressive_load.h"
 #include "host/forms/Sys_filter.h"
@@ -23,7 +24,6 @@
 #include "host/print/list_print.h"
 #include "host/session.h"
 #include "host/sheet/list_export.h"
-#include "host/controls/progress.h"
 
 using namespace Qt::StringLiterals;
 

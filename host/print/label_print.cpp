@@ -9,12 +9,12 @@
 
 #include "host/U_function.h"
 #include "host/U_glo.h"
+#include "host/controls/progress.h"
 #include "host/print/label_check.h"
 #include "host/print/label_dialog.h"
 #include "host/print/label_layouts.h"
 #include "host/print/label_settings.h"
 #include "host/session.h"
-#include "host/controls/progress.h"
 
 using namespace Qt::StringLiterals;
 

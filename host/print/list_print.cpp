@@ -5,11 +5,11 @@
 #include <QPageSize>
 
 #include "host/U_glo.h"
+#include "host/controls/progress.h"
 #include "host/print/list_report.h"
 #include "host/print/print_job.h"
 #include "host/session.h"
 #include "host/sheet/list_columns.h"
-#include "host/controls/progress.h"
 
 using namespace Qt::StringLiterals;
 

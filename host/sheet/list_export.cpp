@@ -3,9 +3,9 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
+#include "host/controls/progress.h"
 #include "host/session.h"
 #include "host/sheet/list_columns.h"
-#include "host/controls/progress.h"
 #include "host/sheet/sheet_table.h"
 
 using namespace Qt::StringLiterals;

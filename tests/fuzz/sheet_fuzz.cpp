@@ -1,5 +1,5 @@
-// Feeds files to the sheet readers. The first byte chooses the name's ending, the rest is the file; whatever is in it,
-// reading ends with rows or with a SheetError.
+// Feeds files to the sheet readers. The first byte chooses the name's ending, the rest is the file; whatever
+// is in it, reading ends with rows or with a SheetError.
 #include <QFile>
 #include <QStandardPaths>
 #include <cstdint>

@@ -54,8 +54,7 @@ class List : public TFrm_Base_Outer {
   }
   void InitForm(const Trecord& record) override {
     TFrm_Base_Outer::InitForm(record);
-    SetBodyParam(bodyparam::make({{bodyparam::keyField, u"DW_id"_s},
-                                  {bodyparam::moneyColumns, u"price"_s}}));
+    SetBodyParam(bodyparam::make({{bodyparam::keyField, u"DW_id"_s}, {bodyparam::moneyColumns, u"price"_s}}));
     editor = new Editor(this);
     editor->SetBodyParam(bodyparam::make({}));
     setEditor(editor);
