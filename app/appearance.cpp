@@ -116,7 +116,7 @@ void choosePlatform() {
 }
 
 void useChineseTexts() {
-  auto* texts = new QTranslator(qApp);
+  auto* texts = new QTranslator(QCoreApplication::instance());
   if (texts->load(u"qtbase_zh_CN"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
     QCoreApplication::installTranslator(texts);
   }

@@ -71,8 +71,9 @@ OkCancelScreen::OkCancelScreen(QWidget* owner)
   layout->addLayout(buttons_);
   connect(btn_ok, &QPushButton::clicked, this, &OkCancelScreen::pressOk);
   // A click gives OK the focus before it presses it.
-  connect(qApp, &QApplication::focusChanged, this, [this](QWidget* from, const QWidget* to) {
-    if (to == btn_ok) keepPlace(btn_ok, from);
+  // In the button's life, not the screen's: a window that is being destroyed still gives up the focus.
+  connect(qApp, &QApplication::focusChanged, btn_ok, [ok = btn_ok](QWidget* from, const QWidget* to) {
+    if (to == ok) keepPlace(ok, from);
   });
   onClick(btn_Cancel, [this] { btn_CancelClick(); });
 }
