@@ -216,6 +216,8 @@ bool TDBGridEh::event(QEvent* event) {
 }
 
 bool TDBGridEh::focusNextPrevChild(bool next) {
+  // Past the item view, which would begin again at the other end.
+  // NOLINTNEXTLINE(bugprone-parent-virtual-call)
   return d_->isOutermost(currentIndex(), next) ? QAbstractScrollArea::focusNextPrevChild(next)
                                                : QTableView::focusNextPrevChild(next);
 }
