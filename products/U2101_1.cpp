@@ -63,6 +63,7 @@ void TF2101_1::setSingleUnit(bool single) {
 
 void TF2101_1::RefreshData() {
   setLoading(true);
+  typedSingle_ = typedInGrid_ = false;
   BTN_CHANGE->setVisible(!isAdding());
   firstFocus = isAdding() && !GPARAM0 ? u"Edit1"_s : u"Edit2"_s;
   lockedFields = mode() == "Edit"_L1 ? u"EDIT1"_s : QString();
@@ -145,6 +146,18 @@ void TF2101_1::addUnitRow() {
 void TF2101_1::removeUnitRow() {
   if (isReadOnly() || DataSetDJ.isEmpty()) return;
   DataSetDJ.remove();
+  gridChange();
+}
+
+void TF2101_1::AllChange() {
+  ProductEditor::AllChange();
+  if (!loading() && singleUnit_ && focusWidget() && unitPages_->isAncestorOf(focusWidget()))
+    typedSingle_ = true;
+}
+
+void TF2101_1::gridChange() {
+  if (loading()) return;
+  typedInGrid_ = true;
   AllChange();
 }
 

@@ -23,6 +23,7 @@ class TF2101_1 : public ProductEditor {
   void SaveData() override;
   void Edit1Exit() override;
   void FormKeyDown(QKeyEvent* event) override;
+  void AllChange() override;
   bool hasUnsavedInput() const override;
   void FormClose() override;  // remembers the input style
   QString helpText() const override;
@@ -41,6 +42,7 @@ class TF2101_1 : public ProductEditor {
   void pickUnit();
   void addUnitRow();
   void removeUnitRow();
+  void gridChange();
 
   void openPicture();   // N1
   void clearPicture();  // N3
@@ -52,6 +54,7 @@ class TF2101_1 : public ProductEditor {
   QString headerStatements() const;
   void checkUnits();  // of the grid
   void checkSingleUnit();
+  void confirmOtherStyle();  // throws EAbort where input in the style that is not shown shall not be lost
   QString unitStatements() const;
   QString closingStatements() const;
   void storePicture();
@@ -65,6 +68,8 @@ class TF2101_1 : public ProductEditor {
   QStackedWidget* unitPages_ = nullptr;
   LookupPicker* gridUnitPicker_ = nullptr;
   bool singleUnit_ = true;
+  bool typedSingle_ = false;  // the unit's fields were typed into since the screen was filled
+  bool typedInGrid_ = false;  // and the grid
 };
 
 }  // namespace goodsbook

@@ -174,9 +174,7 @@ QWidget* TF2101_1::buildUnitGrid() {
   connect(DBGridEh1, &TDBGridEh::columnButtonClicked, this,
           [this](int row, const QString& field) { guarded(this, [&] { unitButtonClick(row, field); }); });
   connect(DBGridEh1, &TDBGridEh::enteredBehindLast, this, &TF2101_1::focusNextField);
-  connect(&DataSetDJ, &RecordSet::afterPost, this, [this] {
-    if (!loading()) AllChange();
-  });
+  connect(&DataSetDJ, &RecordSet::afterPost, this, [this] { gridChange(); });
   return DBGridEh1;
 }
 

@@ -26,6 +26,7 @@ void TF2101_1::SaveData() {
   CheckBlank(edit(u"Edit2"_s));
   CheckBlank(edit(u"CLASS_ID"_s));
   if (singleUnit_) checkSingleUnit();
+  confirmOtherStyle();
   drawNumber();  // last of all, so that a save that is refused uses up none
   ExecSql(moduleCode_, text(u"Edit1"_s), mode(), headerStatements() + unitStatements() + closingStatements());
   storePicture();
@@ -38,6 +39,15 @@ void TF2101_1::checkSingleUnit() {
   CheckId(edit(u"dw_id"_s));
   if (!isAdding()) return;  // then an empty price is text of the statement, else it is a number of it
   for (const QString& price : {u"SJ"_s, u"VIPSJ"_s, u"CGJ"_s}) CheckFloatCanZero(edit(price));
+}
+
+void TF2101_1::confirmOtherStyle() {
+  const bool typed = singleUnit_ ? typedInGrid_ || DataSetDJ.isModified() : typedSingle_;
+  if (!typed) return;
+  const QString question = singleUnit_
+                               ? tr("在【多种单位】表格中输入的内容不会保存(F6可切换查看)，是否继续保存?")
+                               : tr("在【一种单位】中输入的内容不会保存(F6可切换查看)，是否继续保存?");
+  if (DISPINFO(question, 2) != 'y') throw EAbort();
 }
 
 void TF2101_1::drawNumber() {

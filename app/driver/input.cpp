@@ -24,6 +24,7 @@ namespace goodsbook {
 namespace {
 
 void sendKey(QWidget* target, Qt::Key key, const QString& text, Qt::KeyboardModifiers modifiers) {
+  if (key == Qt::Key_Tab && (modifiers & Qt::ShiftModifier)) key = Qt::Key_Backtab;  // as keyboards send it
   const QPointer<QWidget> alive = target;
   QTest::sendKeyEvent(QTest::Press, target, key, text, modifiers);
   if (alive) QTest::sendKeyEvent(QTest::Release, target, key, text, modifiers);

@@ -29,7 +29,7 @@ std::vector<int> GridPicks::positions(const RecordSet& rows) const {
   constexpr std::size_t few = 64;  // looked for one by one; more by a table of all rows
   if (order_.size() <= few) {
     for (const Bookmark row : order_) {
-      const int position = rows.rowOf(row, found.empty() ? -1 : found.back() + 1);
+      const int position = rows.rowOf(row);
       if (position >= 0) found.push_back(position);
     }
     return found;

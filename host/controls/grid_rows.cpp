@@ -241,7 +241,7 @@ bool TDBGridEh::Private::dropEmptyRow() {
 
 bool TDBGridEh::Private::leaveByTab(const QKeyEvent& event) {
   const bool isTab = event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab;
-  if (!isTab || !(event.modifiers() & Qt::ControlModifier) || q->isReadOnly()) return false;
+  if (!isTab || !(event.modifiers() & Qt::ControlModifier)) return false;
   return q->QAbstractScrollArea::focusNextPrevChild(event.key() == Qt::Key_Tab);
 }
 

@@ -89,9 +89,8 @@ class GOODSBOOKHOST_EXPORT RecordSet : public QObject {
   Bookmark bookmark() const;
   Bookmark bookmarkAt(int row) const;
   bool gotoBookmark(Bookmark bookmark);  // false when that row is gone
-  // -1 when it is gone or not visible. Looked for at `near` first (the current row where none is given), then
-  // everywhere: whoever asks for many rows gives the place where he expects each.
-  int rowOf(Bookmark bookmark, int near = -1) const;
+  // -1 when it is gone or not visible. Looked for at the current row first, then everywhere.
+  int rowOf(Bookmark bookmark) const;
 
   // --- values of the current row (of the edit buffer while editing)
   QVariant value(const QString& fieldName) const;

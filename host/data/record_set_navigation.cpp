@@ -169,9 +169,9 @@ bool RecordSet::gotoBookmark(Bookmark bookmark) {
   return true;
 }
 
-int RecordSet::rowOf(Bookmark bookmark, int near) const {
+int RecordSet::rowOf(Bookmark bookmark) const {
   if (bookmark < 0 || bookmark > 0xFFFF'FFFF || !isOpen()) return -1;
-  return d_->positionOf(static_cast<RowRef>(bookmark), near < 0 ? d_->current : near);
+  return d_->positionOf(static_cast<RowRef>(bookmark), d_->current);
 }
 
 // --- order and choice

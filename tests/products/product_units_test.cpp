@@ -256,6 +256,45 @@ TEST_F(ProductUnits, TheKeyboardGoesThroughTheGridAndOn) {
   click(u"btn_Cancel"_s);
 }
 
+TEST_F(ProductUnits, TheKeyboardLeavesAGridThatIsOnlyLookedAt) {
+  openUnits(u"Act_View"_s);
+  focus(grid);
+  press(u"Ctrl+Tab"_s);
+  EXPECT_EQ(focused(), u"BTN_CHANGE"_s);
+  press(u"Shift+Tab"_s);
+  EXPECT_EQ(focused(), grid);
+  press(u"Ctrl+Shift+Tab"_s);
+  EXPECT_EQ(focused(), u"btn_Cancel"_s) << "the fields before the grid cannot be entered";
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(ProductUnits, InputInTheStyleThatIsNotShownIsAskedAbout) {
+  const QString lostFields = u"在【一种单位】中输入的内容不会保存(F6可切换查看)，是否继续保存?"_s;
+  const QString lostCells = u"在【多种单位】表格中输入的内容不会保存(F6可切换查看)，是否继续保存?"_s;
+  openList();
+  act(u"Act_Edit"_s);
+  type(u"SJ"_s, u"4.5"_s);
+  press(u"F6"_s);
+  answer({u"n"_s});
+  statements();
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{lostFields});
+  EXPECT_EQ(sent(u"ExecSql"_s).size(), 0);
+  press(u"F6"_s);
+  EXPECT_EQ(text(u"SJ"_s), u"4.5"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(sql(u"select SJ from D1801DW where WL_ID='P1' and T=1"_s), (Table{{u"4.5"_s}}));
+
+  openUnits(u"Act_Edit"_s);
+  cell(grid, 1, u"SJ"_s, u"51"_s);
+  press(u"F6"_s);
+  answer({u"y"_s});
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{lostCells});
+  EXPECT_EQ(sql(u"select SJ from D1801DW where WL_ID='P1' and T=0"_s), (Table{{u"50"_s}}));
+}
+
 TEST_F(ProductUnits, EnterGoesFromUnitToUnitAndInAnEmptyOneToOk) {
   sql(u"insert into D1003 (dw_id,dw_name) values ('03','托')"_s);
   openUnits(u"Act_Edit"_s);
