@@ -81,6 +81,17 @@ TEST_F(ProductRefusals, AUnitThatThereIsNotPointsToItsCell) {
   EXPECT_EQ(frontClass(), u"TF2101"_s);
 }
 
+TEST_F(ProductRefusals, ARefusedCategoryHasNoOtherOnesNameBesideIt) {
+  type(u"CLASS_ID"_s, u"01"_s);
+  focus(u"NOTE"_s);
+  EXPECT_EQ(text(u"CLASS_NAME"_s), u"饮料"_s);
+  type(u"CLASS_ID"_s, u"99"_s);
+  focus(u"NOTE"_s);
+  EXPECT_EQ(messages(), Lines{u"商品分类【99】不存在!"_s});
+  EXPECT_EQ(text(u"CLASS_NAME"_s), QString());
+  click(u"btn_Cancel"_s);
+}
+
 TEST_F(ProductRefusals, ABarcodeThatIsTooLongIsShownInTheBox) {
   press(u"F6"_s);
   cellClick(grid, 0, u"多条码"_s);

@@ -227,12 +227,30 @@ TEST_F(QuickEditorSave, ACopyAsksForReferencePricesThatTheProductLacks) {
   type(u"TM"_s, u"70"_s);
   statements();
   click(u"btn_ok"_s);
-  EXPECT_EQ(messages().size(), 1U);
+  EXPECT_EQ(messages(), Lines{u"参考售价1应输入数字!"_s});
   EXPECT_TRUE(get(u"PFJ1"_s)["focused"_L1].toBool());
   EXPECT_EQ(sent(u"ExecSql"_s).size(), 0);
   for (const int level : {1, 2, 3, 4}) type(u"PFJ%1"_s.arg(level), u"1"_s);
   click(u"btn_ok"_s);
   EXPECT_EQ(sql(u"select PFJ4 from D1801DW where WL_ID='P2'"_s), (Table{{u"1"_s}}));
+}
+
+TEST_F(QuickEditorSave, ABarcodeTakenFromTheCodeGoesWithARefusedSave) {
+  set(u"GPARAM0"_s, u"1"_s);
+  set(u"GKH1"_s, u"0"_s);
+  openList();
+  act(u"Act_Add"_s);
+  fill();
+  type(u"TM"_s, {});
+  type(u"NOTE"_s, u"it's"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages().size(), 1U);
+  EXPECT_EQ(text(u"TM"_s), QString());
+  type(u"NOTE"_s, {});
+  click(u"btn_ok"_s);
+  EXPECT_EQ(sql(u"select a.WL_ID,b.TM from D1801 a,D1801DW b where a.WL_ID=b.WL_ID and a.WL_ID<>b.TM"_s),
+            Table());
+  EXPECT_EQ(sql(u"select count(*) from D1801"_s), (Table{{u"1"_s}}));
 }
 
 TEST_F(QuickEditorSave, AFailingBatchLeavesEverythingAsItWas) {
