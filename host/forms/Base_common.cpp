@@ -161,11 +161,10 @@ void TFrm_Base_Common::setFieldVisible(const QString& name, bool visible) {
 }
 
 QString TFrm_Base_Common::labelOf(const QWidget* field) const {
-  QString name;
+  QString name = field->accessibleName();  // given where the label stands for several fields
   for (const QLabel* candidate : findChildren<QLabel*>()) {
-    if (candidate->buddy() == field) name = candidate->text();
+    if (name.isEmpty() && candidate->buddy() == field) name = candidate->text();
   }
-  if (name.isEmpty()) name = field->accessibleName();
   if (name.isEmpty()) return field->objectName();
   name.remove(u' ').remove(u'\u3000');
   while (name.endsWith(u':') || name.endsWith(u'：')) name.chop(1);
