@@ -95,25 +95,14 @@ void LabelPainter::paintText(QPainter& painter, const LabelItem& item, const QRe
                              const QString& text, const LabelRow& row, LabelWarnings& warnings) {
   QFont font = QApplication::font();
   font.setBold(item.bold);
-  const FittedText fitted = fitText(text, place.size(), font, pixels(item.size), pixels(item.least));
-  if (fitted.isCut) warnings.add(row, Labels::tr("“%1”在标签上放不下，只印出一部分").arg(text));
-  const bool overflows = fitted.isCut;
-  if (overflows) {  // nothing else on the label is to suffer
-    painter.save();
+  const FittedText fitted(text, place.size(), font, pixels(item.size), pixels(item.least));
+  if (fitted.isCut()) {
+    warnings.add(row, Labels::tr("“%1”在标签上放不下，只印出一部分").arg(text));
+    painter.save();  // nothing else on the label is to suffer
     painter.setClipRect(place, Qt::IntersectClip);
   }
-  painter.setFont(fitted.font);
-  const int height = fitted.lineHeight * static_cast<int>(fitted.lines.size());
-  int y = place.top() + std::max(0, (place.height() - height) / 2) + fitted.ascent;
-  for (qsizetype index = 0; index < fitted.lines.size(); ++index) {
-    const int room = place.width() - fitted.widths[static_cast<std::size_t>(index)];
-    const int x = (item.alignment & Qt::AlignRight)     ? room
-                  : (item.alignment & Qt::AlignHCenter) ? room / 2
-                                                        : 0;
-    painter.drawText(place.left() + x, y, fitted.lines[index]);
-    y += fitted.lineHeight;
-  }
-  if (overflows) painter.restore();
+  fitted.draw(painter, place, item.alignment);
+  if (fitted.isCut()) painter.restore();
 }
 
 void LabelPainter::paintBars(QPainter& painter, const LabelItem& item, QRect place, const LabelRow& row,

@@ -1,62 +1,69 @@
 #include "host/print/text_fit.h"
 
 #include <QFontMetrics>
+#include <QPainter>
 #include <QTextLayout>
 #include <algorithm>
+#include <cmath>
 
 namespace goodsbook {
-namespace {
 
-QStringList wrapped(const QString& text, const QFont& font, int width) {
-  QTextLayout layout(text, font);
-  QTextOption option;
-  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-  layout.setTextOption(option);
-  QStringList lines;
-  layout.beginLayout();
-  for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-    line.setLineWidth(width);
-    lines << text.mid(line.textStart(), line.textLength()).trimmed();
-  }
-  layout.endLayout();
-  return lines;
-}
-
-}  // namespace
-
-FittedText fitText(const QString& text, QSize room, QFont font, int largest, int least) {
-  FittedText fitted;
+// What is measured is drawn: shaping a text is what costs time here.
+FittedText::FittedText(const QString& text, QSize room, QFont font, int largest, int least) {
   for (int size = std::max(largest, 1);; size = std::max(least, size - std::max(1, size / 16))) {
     font.setPixelSize(size);
     const QFontMetrics metrics(font);
     // A line of Chinese fills its square; the font's own spacing is made for screens.
-    fitted.ascent = metrics.ascent() - std::max(0, (metrics.height() - size * 9 / 8)) / 2;
-    fitted.lineHeight = size * 9 / 8;
-    const int fits = std::max(1, room.height() / fitted.lineHeight);
-    fitted.font = font;
-    // Measuring is what costs time here: a text that fits at once is measured once.
-    fitted.widths = {metrics.horizontalAdvance(text)};
-    fitted.lines = {text};
-    if (fitted.widths.front() > room.width()) {
-      fitted.lines = wrapped(text, font, room.width());
-      fitted.widths.clear();
-      for (const QString& line : fitted.lines) fitted.widths.push_back(metrics.horizontalAdvance(line));
-    }
-    const bool widthFits = std::ranges::max(fitted.widths) <= room.width();
-    if (fitted.lines.size() <= fits && fitted.lineHeight <= room.height() && widthFits) return fitted;
+    lineHeight_ = size * 9 / 8;
+    ascent_ = metrics.ascent() - std::max(0, metrics.height() - lineHeight_) / 2;
+    layOut(text, font, room.width());
+    const int fits = std::max(1, room.height() / lineHeight_);
+    const bool tooMany = layout_->lineCount() > fits;
+    const bool tooHigh = lineHeight_ > room.height();
+    if (!tooMany && !tooHigh && widest_ <= room.width()) return;
     if (size > least) continue;
-    // A broken line may be a dot wider than the sum of its letters.
-    const bool tooWide = std::ranges::max(fitted.widths) > room.width() + 1;
-    const bool tooMany = fitted.lines.size() > fits;
-    fitted.isCut = tooMany || tooWide || fitted.lineHeight > room.height();
-    if (tooMany) {
-      const QString rest = fitted.lines.mid(fits - 1).join(QString());
-      fitted.lines = fitted.lines.mid(0, fits - 1);
-      fitted.lines << metrics.elidedText(rest, Qt::ElideRight, room.width());
-      fitted.widths.resize(static_cast<std::size_t>(fits));
-      fitted.widths.back() = metrics.horizontalAdvance(fitted.lines.back());
-    }
-    return fitted;
+    isCut_ = tooMany || tooHigh || widest_ > room.width();
+    if (tooMany) layOut(cut(text, font, room.width(), fits), font, room.width());
+    return;
+  }
+}
+
+FittedText::~FittedText() = default;
+
+void FittedText::layOut(const QString& text, const QFont& font, int width) {
+  layout_ = std::make_unique<QTextLayout>(text, font);
+  QTextOption option;
+  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  layout_->setTextOption(option);
+  widest_ = 0;
+  layout_->beginLayout();
+  for (QTextLine line = layout_->createLine(); line.isValid(); line = layout_->createLine()) {
+    line.setLineWidth(width);
+    widest_ = std::max(widest_, line.naturalTextWidth());
+  }
+  layout_->endLayout();
+}
+
+// The first lines as they are, and the last one with "…".
+QString FittedText::cut(const QString& text, const QFont& font, int width, int lines) const {
+  const int from = layout_->lineAt(lines - 1).textStart();
+  return text.left(from) + QFontMetrics(font).elidedText(text.mid(from), Qt::ElideRight, width - 1);
+}
+
+int FittedText::height() const {
+  return lineHeight_ * layout_->lineCount();
+}
+
+void FittedText::draw(QPainter& painter, const QRect& place, Qt::Alignment alignment) const {
+  double base = place.top() + std::max(0, (place.height() - height()) / 2) + ascent_;
+  for (int index = 0; index < layout_->lineCount(); ++index) {
+    const QTextLine line = layout_->lineAt(index);
+    const double room = place.width() - std::ceil(line.naturalTextWidth());
+    const double before = (alignment & Qt::AlignRight)     ? room
+                          : (alignment & Qt::AlignHCenter) ? std::floor(room / 2)
+                                                           : 0;
+    line.draw(&painter, QPointF(place.left() + before, base - line.ascent()) - line.position());
+    base += lineHeight_;
   }
 }
 
