@@ -37,20 +37,41 @@ bool canStartFrom(const Node& condition, int source, const TableInfo& table) {
   return at && std::find(table.indexed.begin(), table.indexed.end(), *at) != table.indexed.end();
 }
 
+bool speaksOfOthers(const Node& condition, int source) {
+  bool others = false;
+  walkNode(condition, [&](const Node& part) {
+    const auto* column = std::get_if<ColumnNode>(&part.content);
+    others = others || !isSimple(part) || (column != nullptr && column->source != source);
+    return !others;
+  });
+  return others;
+}
+
+// SQLite reads the tables of a CROSS JOIN in the order in which they are written.
+void readAsWritten(BoundFrom& from) {
+  for (auto* join = std::get_if<BoundJoin>(&from.content); join != nullptr;
+       join = std::get_if<BoundJoin>(&join->left->content))
+    if (join->kind == "JOIN") join->kind = "CROSS JOIN";
+}
+
 }  // namespace
 
 void keepRowOrder(BoundQuery& query, const Catalog& catalog) {
   if (query.terms.size() != 1 || !query.orderBy.empty()) return;
-  const auto* select = std::get_if<BoundSelect>(&query.terms.front().content);
-  if (select == nullptr || !select->where || select->distinct || select->grouped || select->limit ||
-      select->from.empty())
+  auto* select = std::get_if<BoundSelect>(&query.terms.front().content);
+  if (select == nullptr || select->distinct || select->grouped || select->limit || select->from.size() != 1 ||
+      !std::holds_alternative<BoundJoin>(select->from.front()->content))
     return;
-  const bool joined =
-      select->from.size() > 1 || std::holds_alternative<BoundJoin>(select->from.front()->content);
-  const BoundSource* first = joined ? firstTable(*select->from.front()) : nullptr;
+  const BoundSource* first = firstTable(*select->from.front());
   const TableInfo* table = first == nullptr ? nullptr : catalog.findTable(first->table);
-  if (table != nullptr && canStartFrom(*select->where, first->id, *table))
+  if (table == nullptr) return;
+  // Few rows are sorted in no time; all rows of a large list had better come in their order.
+  const bool isSorted = select->where && (canStartFrom(*select->where, first->id, *table) ||
+                                          speaksOfOthers(*select->where, first->id));
+  if (isSorted)
     query.orderBy.push_back({.node = makeNode(ColumnNode{first->id, table->rowName})});
+  else
+    readAsWritten(*select->from.front());
 }
 
 }  // namespace goodsbook::engine

@@ -295,5 +295,35 @@ TEST(Plans, AFilterKeepsTheOrderOfTheList) {
   EXPECT_EQ(plan.find("TEMP B-TREE FOR ORDER BY"), std::string::npos) << plan;
 }
 
+TEST(Plans, EveryFilterKeepsTheOrderOfTheProductsWhicheverTableItSearches) {
+  Session session(Tables::Program);
+  const auto owner = [&](const std::string& batch) { session.run(batch, Permission::Owner); };
+  owner("insert into D1003(dw_id,dw_name) values('1','瓶')");
+  owner("insert into SYS_USER(USER_ID,USER_NAME) values('A','甲')");
+  for (const char* row : {"'01','甲'", "'02','乙'"})
+    owner(std::string("insert into D1004(class_id,class_name) values(") + row + ")");
+  for (const char* row : {"'3','02'", "'1','01'", "'4','02'", "'2','02'"})
+    owner(std::string("insert into D1801(WL_ID,CLASS_ID,USER_ID,WL_YS,WL_GG) values(") + row +
+          ",'A',1,'500ml')");
+  for (const char* product : {"4", "2", "1", "3"})  // as after main units have been replaced
+    owner(std::string("insert into D1801DW(T,WL_ID,DW_ID,TM) values(1,'") + product + "','1','69')");
+  const std::string list =
+      "select d1801.wl_id from d1801 inner join d1004 on d1801.class_id=d1004.class_id inner join sys_user on "
+      "d1801.user_id=sys_user.user_id inner join d1801dw on d1801.wl_id=d1801dw.wl_id inner join d1003 on "
+      "d1801dw.dw_id=d1003.dw_id and (D1801DW.T=1)";
+  const Rows all{{"3"}, {"1"}, {"4"}, {"2"}};
+  for (const char* filter :
+       {"", " where D1801.WL_YS='1'", " where D1801.WL_GG LIKE '%m%'", " where D1801DW.TM='69'",
+        " where D1003.DW_NAME LIKE '%瓶%'", " where ((D1801DW.TM LIKE '%6%') or (D1801.WL_ID LIKE '%6%'))",
+        " where D1801.WL_ID in (select WL_ID from D1801DW)"})
+    EXPECT_EQ(session.rows(list + filter), all) << filter;
+  EXPECT_EQ(session.rows(list + " where D1801.CLASS_ID='02'"), (Rows{{"3"}, {"4"}, {"2"}}));
+  for (const char* filter : {"", " where D1801.WL_YS='1'"}) {
+    const std::string plan = planOf(session, emittedSql(session.connection(), list + filter));
+    EXPECT_EQ(plan.find("TEMP B-TREE"), std::string::npos) << "a large list is not sorted:\n" << plan;
+    EXPECT_EQ(plan.find("AUTOMATIC"), std::string::npos) << plan;
+  }
+}
+
 }  // namespace
 }  // namespace goodsbook::engine::test
