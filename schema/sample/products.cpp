@@ -51,7 +51,7 @@ class Writer {
 
   // What needs the rows above to be there.
   void finish(const std::vector<Product>& first) {
-    for (Rows* rows : {&fresh_, &changed_, &units_, &stock_, &history_}) rows->flush();
+    for (Rows* rows : {&headers_, &units_, &stock_, &history_}) rows->flush();
     for (const std::string& statement : later_) statements_.add(statement);
     // Some bar codes that two products claim, for the list to warn of.
     for (const std::size_t index : {10U, 20U, 30U}) {
@@ -69,8 +69,7 @@ class Writer {
   void header(const Product& product) {
     const bool changed = product.changedDay != 0;
     const std::int64_t quantity = product.stockQuantity();
-    Rows& rows = changed ? changed_ : fresh_;
-    rows.text(product.code)
+    headers_.text(product.code)
         .text(product.name)
         .text(product.specification)
         .number(product.valid ? 1 : 0)
@@ -88,9 +87,9 @@ class Writer {
         .text(product.packName)
         .number(static_cast<int>(product.units.size()))
         .number(1)
-        .time(product.createdDay, secondOfDay(product));
-    if (changed) rows.time(product.changedDay, secondOfDay(product));
-    rows.end();
+        .time(product.createdDay, secondOfDay(product))
+        .timeOrNull(changed ? std::optional(product.changedDay) : std::nullopt, secondOfDay(product))
+        .end();
   }
 
   void units(const Product& product) {
@@ -178,13 +177,11 @@ class Writer {
 
   static int secondOfDay(const Product& product) { return 9 * 3600 + product.index * 97 % (9 * 3600); }
 
-  static constexpr std::string_view headerColumns =
-      "WL_ID,WL_NAME,WL_GG,WL_YS,CHECK_KC,CLASS_ID,DJ,MONEY,KC,USER_ID,T,NOTE,cd,PYM,DW_ZH,DW_J_NAME,dwcount,TMC,BDATE";
-
   const Tools& tools_;
   const Goods& goods_;
-  Rows fresh_{tools_, "D1801 (" + std::string(headerColumns) + ")"};
-  Rows changed_{tools_, "D1801 (" + std::string(headerColumns) + ",EDATE)"};
+  Rows headers_{
+      tools_,
+      "D1801 (WL_ID,WL_NAME,WL_GG,WL_YS,CHECK_KC,CLASS_ID,DJ,MONEY,KC,USER_ID,T,NOTE,cd,PYM,DW_ZH,DW_J_NAME,dwcount,TMC,BDATE,EDATE)"};
   Rows units_{tools_, "D1801DW (T,WL_ID,DW_ID,TM,ABASE,SJ,VIPSJ,PFJ,PFJ1,PFJ2,PFJ3,PFJ4,CGJ)"};
   Rows stock_{tools_, "D1802 (WL_ID,CK_ID,KC,DJ,CK_KW,CK_ACCL,BDATE,BEGIN_SL,BEGIN_MONEY,CHECK_KC)"};
   Rows history_{

@@ -61,6 +61,15 @@ std::string shortDate(int day) {
   return dateParts(day, "", 2);
 }
 
+namespace {
+
+std::string timeText(int day, int secondOfDay) {
+  return "'" + dateText(day) + " " + padded(secondOfDay / 3600, 2) + ":" + padded(secondOfDay / 60 % 60, 2) +
+         ":" + padded(secondOfDay % 60, 2) + "'";
+}
+
+}  // namespace
+
 Rows::Rows(const Tools& tools, std::string_view tableAndColumns, int rowsAtOnce)
     : tools_(tools),
       head_("insert into " + std::string(tableAndColumns) + " values\n"),
@@ -91,8 +100,12 @@ Rows& Rows::signedAmount(std::int64_t hundredths) {
 }
 
 Rows& Rows::time(int day, int secondOfDay) {
-  return raw("'" + dateText(day) + " " + padded(secondOfDay / 3600, 2) + ":" +
-             padded(secondOfDay / 60 % 60, 2) + ":" + padded(secondOfDay % 60, 2) + "'");
+  return raw(timeText(day, secondOfDay));
+}
+
+// A bare NULL would make it a statement of another form.
+Rows& Rows::timeOrNull(std::optional<int> day, int secondOfDay) {
+  return raw("nullif(" + (day ? timeText(*day, secondOfDay) : std::string("''")) + ",'')");
 }
 
 Rows& Rows::raw(std::string_view sql) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -35,6 +36,7 @@ class Rows {
   // another form.
   Rows& signedAmount(std::int64_t hundredths);
   Rows& time(int day, int secondOfDay);
+  Rows& timeOrNull(std::optional<int> day, int secondOfDay);
   Rows& raw(std::string_view sql);  // a number or a function, as it is
   void end();                       // of a row
   void flush();                     // sends what is left
