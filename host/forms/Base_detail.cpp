@@ -51,7 +51,7 @@ void TFrm_Base_Detail::SetStatus(RecordSet& rows) {
 void TFrm_Base_Detail::watchRow() {
   rowGuard_.forget();
   const QString key = bodyParam(bodyparam::keyField);
-  if (mode_ != "Edit"_L1 || !listRows().hasField(key)) return;
+  if (mode_ == "Add"_L1 || !listRows().hasField(key)) return;
   rowGuard_.watch(*this, listRows().text(key));
   if (fillsFromList) rowGuard_.bringUpToDate(listRows(), listStatement_, fields());
 }

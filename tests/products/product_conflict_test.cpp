@@ -49,6 +49,21 @@ TEST_F(ProductConflict, AListReadLongAgoDoesNotBringOldValuesBack) {
   EXPECT_EQ(sql(u"select SJ from D1801DW"_s)[0][0].toDouble(), 99);
 }
 
+TEST_F(ProductConflict, LookingAtAndCopyingARowOfAnOldListTakeItAsItIsNow) {
+  for (const QString& action : {u"Act_View"_s, u"Act_CopyAdd"_s}) {
+    act(u"Act_Refresh"_s);
+    const QString price = action == "Act_View"_L1 ? u"98"_s : u"99"_s;
+    sql(u"update D1801 set WL_NAME='雪碧%1' where WL_ID='P1';update D1801DW set SJ=%1 where WL_ID='P1' and T=1"_s
+            .arg(price));
+    act(action);
+    EXPECT_EQ(text(u"Edit2"_s), u"雪碧"_s + price) << action.toStdString();
+    EXPECT_EQ(text(u"SJ"_s).toDouble(), price.toDouble()) << action.toStdString();
+    click(u"btn_Cancel"_s);
+    EXPECT_EQ(messages(), Lines());
+    EXPECT_EQ(rows(u"DBGridEh"_s)[0]["WL_NAME"_L1].toString(), u"雪碧"_s + price);
+  }
+}
+
 TEST_F(ProductConflict, NamesOfItsCategoryUnitAndUserAreUpToDateToo) {
   sql(u"update D1801 set CLASS_ID='02' where WL_ID='P1';update D1801DW set DW_ID='02' where WL_ID='P1';"
       "update D1004 set CLASS_NAME='零食' where CLASS_ID='02'"_s);
