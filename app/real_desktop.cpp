@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <QUrl>
 
+#include "host/saved_path.h"
+
 using namespace Qt::StringLiterals;
 
 namespace goodsbook {
@@ -47,11 +49,21 @@ QString RealDesktop::openFile(QWidget* parent, const QString& title, const QStri
 
 QString RealDesktop::saveFile(QWidget* parent, const QString& title, const QString& suggested,
                               const QString& filter) {
-  const QString start =
+  QString start =
       QFileInfo(suggested).isAbsolute() || folder_.isEmpty() ? suggested : QDir(folder_).filePath(suggested);
-  const QString path = QFileDialog::getSaveFileName(parent, title, start, filter);
-  if (!path.isEmpty()) folder_ = QFileInfo(path).path();
-  return path;
+  for (QString chosen;;) {
+    const QString named = QFileDialog::getSaveFileName(parent, title, start, filter, &chosen);
+    if (named.isEmpty()) return {};
+    folder_ = QFileInfo(named).path();
+    const QString path = withSuffix(named, filter, chosen);
+    // The dialog, the system's own as well, asks about the name as it was typed and not about the completed
+    // one.
+    if (path == named || !QFileInfo::exists(path)) return path;
+    if (message(parent, Texts::tr("文件已存在：%1\n要覆盖它吗？").arg(QDir::toNativeSeparators(path)), 2,
+                {}) == 'y')
+      return path;
+    start = path;
+  }
 }
 
 void RealDesktop::openUrl(const QString& url) {

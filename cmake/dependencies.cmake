@@ -12,6 +12,7 @@ pkg_check_modules(SODIUM REQUIRED IMPORTED_TARGET libsodium)
 pkg_check_modules(ICU REQUIRED IMPORTED_TARGET icu-i18n icu-uc)
 pkg_check_modules(XLSXWRITER REQUIRED IMPORTED_TARGET xlsxwriter)
 pkg_check_modules(LIBZIP REQUIRED IMPORTED_TARGET libzip)
+pkg_check_modules(LIBJPEG REQUIRED IMPORTED_TARGET libjpeg)
 find_package(Threads REQUIRED)
 
 # The headers of Qt that nearly every unit above the engine reads.

@@ -19,7 +19,7 @@ class GOODSBOOKHOST_EXPORT Desktop {
   // kind 5: warning; 2: question, 'y' for yes ('n' is the default answer); 0: plain box with `caption`.
   virtual char message(QWidget* parent, const QString& text, int kind, const QString& caption = {}) = 0;
 
-  // A chosen path, empty when cancelled. `filter` as QFileDialog takes it.
+  // A chosen path, empty when cancelled; to save, with a suffix of `filter`, which is as QFileDialog has it.
   virtual QString openFile(QWidget* parent, const QString& title, const QString& filter) = 0;
   virtual QString saveFile(QWidget* parent, const QString& title, const QString& suggested,
                            const QString& filter) = 0;

@@ -9,8 +9,8 @@ packages=(
   breeze-icon-theme fonts-noto-cjk
   # data
   libsqlite3-dev sqlite3 unixodbc-dev tdsodbc libicu-dev libsodium-dev
-  # sheets and bar codes
-  libzip-dev zlib1g-dev libxlsxwriter-dev libzint-dev
+  # sheets, bar codes and pictures
+  libzip-dev zlib1g-dev libxlsxwriter-dev libzint-dev libjpeg-dev
   # tests and benchmarks
   libgtest-dev libbenchmark-dev libzbar-dev poppler-utils postgresql odbc-postgresql
 )

@@ -33,11 +33,9 @@ void TF2101_1::clearPicture() {
 
 void TF2101_1::savePicture() {
   if (Image1->bytes().isEmpty()) return;
-  QString path = Session::current().desktop().saveFile(this, tr("另存图片"), text(u"Edit1"_s) + u".jpg"_s,
-                                                       tr("图片 (*.jpg)"));
-  if (path.isEmpty()) return;
-  if (!path.endsWith(".jpg"_L1, Qt::CaseInsensitive)) path += u".jpg"_s;
-  picture::toFile(Image1->bytes(), path);
+  const QString path = Session::current().desktop().saveFile(
+      this, tr("另存图片"), text(u"Edit1"_s) + u".jpg"_s, tr("图片 (*.jpg *.jpeg)"));
+  if (!path.isEmpty()) picture::toFile(Image1->bytes(), path);
 }
 
 void TF2101_1::showPicture() {

@@ -8,6 +8,7 @@
 #include "host/data/U_dataop.h"
 #include "host/forms/form_builder.h"
 #include "products/U2101_4p.h"
+#include "products/caption_label.h"
 #include "products/picture.h"
 
 using namespace Qt::StringLiterals;
@@ -20,7 +21,7 @@ constexpr int shortestPicture = 100;  // bytes; anything shorter is no picture
 
 tF2101_4::tF2101_4(QWidget* owner)
     : TFrm_Base_Dialog(owner),
-      caption_(new QLabel(body())),
+      caption_(new CaptionLabel(body())),
       picture_(new PictureLabel(body())),
       position_(new QLabel(body())) {
   setWindowTitle(tr("商品图片"));
@@ -35,10 +36,6 @@ tF2101_4::tF2101_4(QWidget* owner)
   heading->setAlignment(Qt::AlignCenter);
   form.wide(heading);
   caption_->setObjectName(u"Label2"_s);
-  caption_->setTextFormat(Qt::PlainText);
-  caption_->setAlignment(Qt::AlignCenter);
-  caption_->setWordWrap(true);  // a long name must not make the window wider than the screen
-  caption_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   form.wide(caption_);
   picture_->setObjectName(u"DBImage1"_s);
   picture_->setEmptyText(tr("没有图片"));

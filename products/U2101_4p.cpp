@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QPrinter>
+#include <algorithm>
 #include <stdexcept>
 
 #include "host/print/print_job.h"
@@ -29,7 +30,9 @@ void tF2101_4P::paint(QPrinter& printer) const {
   const QRectF page(QPointF(0, 0), printer.pageRect(QPrinter::DevicePixel).size());
   const QSizeF cell(page.width() / across, page.height() / down);
   const double gap = printer.resolution() / 10.0;
-  const double caption = painter.fontMetrics().height() * 2.2;
+  const double leastCaption = painter.fontMetrics().height() * 2.2;
+  QTextOption breaking(Qt::AlignHCenter | Qt::AlignTop);
+  breaking.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   const int code = rows_.fieldIndex(u"WL_ID"_s);
   const int name = rows_.fieldIndex(u"WL_NAME"_s);
   const int pict = rows_.fieldIndex(u"PICT"_s);
@@ -39,6 +42,8 @@ void tF2101_4P::paint(QPrinter& printer) const {
     const int line = place / across;
     const QRectF area = QRectF(QPointF(place % across * cell.width(), line * cell.height()), cell)
                             .adjusted(gap, gap, -gap, -gap);
+    const QString text = rows_.textAt(row, code) + u"      "_s + rows_.textAt(row, name);
+    const double caption = std::max(leastCaption, painter.boundingRect(area, text, breaking).height());
     const QRectF room = area.adjusted(0, 0, 0, -caption);
     const QImage image = picture::decode(rows_.valueAt(row, pict).toByteArray());
     if (!image.isNull()) {
@@ -46,9 +51,7 @@ void tF2101_4P::paint(QPrinter& printer) const {
       fitted.moveCenter(room.center());
       painter.drawImage(fitted, image);
     }
-    painter.drawText(QRectF(area.left(), room.bottom(), area.width(), caption),
-                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
-                     rows_.textAt(row, code) + u"      "_s + rows_.textAt(row, name));
+    painter.drawText(QRectF(area.left(), room.bottom(), area.width(), caption), text, breaking);
   }
 }
 

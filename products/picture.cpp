@@ -8,6 +8,8 @@
 #include <QSaveFile>
 #include <stdexcept>
 
+#include "products/jpeg_proof.h"
+
 using namespace Qt::StringLiterals;
 
 namespace goodsbook {
@@ -20,21 +22,6 @@ constexpr int jpegQuality = 85;
 
 QString translated(const char* text) {
   return QCoreApplication::translate("picture", text);
-}
-
-// Whether the scan of a JPEG file comes to its end: readers take what is missing for grey.
-bool hasItsEnd(const QByteArray& jpeg) {
-  const auto byte = [&jpeg](qsizetype at) { return static_cast<unsigned char>(jpeg[at]); };
-  for (qsizetype at = 2; at + 3 < jpeg.size() && byte(at) == 0xff;) {
-    if (byte(at + 1) == 0xff) {  // filling before a marker
-      ++at;
-    } else if (byte(at + 1) == 0xda) {
-      return jpeg.indexOf("\xff\xd9", at) >= 0;
-    } else {
-      at += 2 + (byte(at + 2) << 8) + byte(at + 3);
-    }
-  }
-  return false;
 }
 
 }  // namespace
@@ -65,8 +52,8 @@ QByteArray fromFile(const QString& path) {
   }
   // Qt's own limit refuses what a camera may well deliver; this much memory is free for the moment it takes.
   QImageReader::setAllocationLimit(largestPictureMb);
-  QImage image = reader.read();
-  if (image.isNull() || (format == "jpeg" && !hasItsEnd(content)))
+  QImage image = format == "jpeg" && !isWholeJpeg(content) ? QImage() : reader.read();
+  if (image.isNull())
     throw std::runtime_error(translated("图片已损坏，不能打开：%1").arg(path).toStdString());
   if (image.hasAlphaChannel()) {
     // JPEG has no transparency: what shines through is paper.

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "host/saved_path.h"
+
 using namespace Qt::StringLiterals;
 
 namespace goodsbook {
@@ -63,8 +65,9 @@ QString DriveDesktop::openFile(QWidget*, const QString&, const QString&) {
   return takeFile();
 }
 
-QString DriveDesktop::saveFile(QWidget*, const QString&, const QString&, const QString&) {
-  return takeFile();
+QString DriveDesktop::saveFile(QWidget*, const QString&, const QString&, const QString& filter) {
+  const QString path = takeFile();
+  return path.isEmpty() ? path : withSuffix(path, filter);
 }
 
 void DriveDesktop::openUrl(const QString& url) {

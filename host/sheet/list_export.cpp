@@ -37,11 +37,10 @@ void exportList(QWidget* parent, const TDBGridEh& grid, const QString& title) {
   RecordSet* rows = grid.recordSet();
   if (rows == nullptr || !rows->isOpen()) return;
   const QString filter = ListExport::tr("电子表格 (*.xlsx);;CSV 文本 (*.csv)");
-  QString path = Session::current().desktop().saveFile(parent, ListExport::tr("导出"),
-                                                       title.trimmed() + u".xlsx"_s, filter);
+  const QString path = Session::current().desktop().saveFile(parent, ListExport::tr("导出"),
+                                                             title.trimmed() + u".xlsx"_s, filter);
   if (path.isEmpty()) return;
   const bool csv = path.endsWith(".csv"_L1, Qt::CaseInsensitive);
-  if (!csv && !path.endsWith(".xlsx"_L1, Qt::CaseInsensitive)) path += u".xlsx"_s;
 
   rows->waitForAll();
   Progress progress(parent, ListExport::tr("正在导出…"), rows->rowCount());

@@ -2,8 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QBuffer>
 #include <QFile>
 #include <QImage>
+#include <QImageWriter>
 #include <QProcess>
 #include <QRegularExpression>
 
@@ -36,6 +38,28 @@ class ProductPictures : public ProductScreen {
     const QString path = folder() + u'/' + name;
     EXPECT_TRUE(image.save(path));
     return path;
+  }
+  static QImage patterned() {
+    QImage noise(300, 200, QImage::Format_RGB32);
+    for (int y = 0; y < noise.height(); ++y) {
+      for (int x = 0; x < noise.width(); ++x) noise.setPixel(x, y, static_cast<uint>(x * 7919 + y * 104729));
+    }
+    return noise;
+  }
+  static QByteArray jpeg(bool progressive = false) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter writer(&buffer, "jpeg");
+    writer.setProgressiveScanWrite(progressive);
+    EXPECT_TRUE(writer.write(patterned()));
+    return bytes;
+  }
+  QString fileOf(const QString& name, const QByteArray& content) {
+    QFile file(folder() + u'/' + name);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_EQ(file.write(content), content.size());
+    return file.fileName();
   }
   void pick(const QString& path) { done({{u"cmd"_s, u"pickfile"_s}, {u"path"_s, path}}); }
   QList<QByteArray> shown() {  // the pictures of the browser, as it keeps them
@@ -162,6 +186,29 @@ TEST_F(ProductPictures, ThePrintOutIsADocument) {
   press(u"Esc"_s);
 }
 
+TEST_F(ProductPictures, ALongNameWithoutABlankBreaksAndWidensNothing) {
+  const QString name(80, u'W');
+  product(u"P1"_s, name);
+  openList();
+  act(u"Act_Other"_s);
+  onGui([] {
+    const QWidget* browser = QApplication::activeModalWidget();
+    EXPECT_EQ(browser->width(), 640);
+    const auto* caption = browser->findChild<QWidget*>(u"Label2"_s);
+    EXPECT_LE(caption->width(), 640);
+    EXPECT_GE(caption->height(), 2 * caption->fontMetrics().lineSpacing());
+  });
+  EXPECT_EQ(text(u"Label2"_s), u"P1      "_s + name);
+  const QString path = folder() + u"/long.pdf"_s;
+  done({{u"cmd"_s, u"printto"_s}, {u"path"_s, path}});
+  click(u"BtnPrint"_s);
+  QProcess process;
+  process.start(u"pdftotext"_s, {path, u"-"_s});
+  ASSERT_TRUE(process.waitForFinished());
+  EXPECT_EQ(QString::fromUtf8(process.readAllStandardOutput()).count(u'W'), 80);
+  press(u"Esc"_s);
+}
+
 TEST_F(ProductPictures, AreStoredAfterTheSaveThatChangedThem) {
   product(u"P1"_s, u"可乐"_s);
   openList();
@@ -217,10 +264,7 @@ TEST_F(ProductPictures, AFileThatIsNoWholePictureIsToldAndChangesNothing) {
   click(u"btn_ok"_s);
   const QString before = stored(u"P1"_s);
   statements();
-  QImage noise(300, 200, QImage::Format_RGB32);
-  for (int y = 0; y < noise.height(); ++y) {
-    for (int x = 0; x < noise.width(); ++x) noise.setPixel(x, y, static_cast<uint>(x * 7919 + y * 104729));
-  }
+  const QImage noise = patterned();
   const auto cut = [&](const QString& name, double part) {
     const QString path = folder() + u'/' + name;
     EXPECT_TRUE(noise.save(path));
@@ -247,6 +291,65 @@ TEST_F(ProductPictures, AFileThatIsNoWholePictureIsToldAndChangesNothing) {
     click(u"btn_ok"_s);
     EXPECT_EQ(sent(u"Applyupdatapict"_s).size(), 0);
     EXPECT_EQ(stored(u"P1"_s), before) << path.toStdString();
+  }
+}
+
+TEST_F(ProductPictures, ADamagedJpegWithAnEndIsToldAndChangesNothing) {
+  product(u"P1"_s, u"可乐"_s);
+  openList();
+  act(u"Act_Edit"_s);
+  const auto filled = [](QByteArray bytes, const std::function<char(int)>& byte) {
+    const qsizetype middle = bytes.size() / 2;
+    for (int i = 0; i < 200; ++i) bytes[middle + i] = byte(i);
+    return bytes;
+  };
+  const auto random = [](int i) { return static_cast<char>((i * 7919 + 13) % 251); };
+  for (const bool progressive : {false, true}) {
+    const QByteArray whole = jpeg(progressive);
+    const qsizetype middle = whole.size() / 2;
+    const std::vector<std::pair<QString, QByteArray>> files{
+        {u"half.jpg"_s, whole.left(middle) + "\xff\xd9"},
+        {u"zeros.jpg"_s, filled(whole, [](int) { return '\0'; })},
+        {u"random.jpg"_s, filled(whole, random)},
+        {u"gap.jpg"_s, QByteArray(whole).remove(middle, 3000)},
+        {u"open.jpg"_s, whole.chopped(2)}};
+    for (const auto& [name, content] : files) {
+      const QString path = fileOf(name, content);
+      pick(path);
+      act(u"N1"_s);
+      EXPECT_EQ(messages(), Lines{u"图片已损坏，不能打开："_s + path}) << progressive;
+    }
+  }
+  click(u"btn_ok"_s);
+  EXPECT_EQ(stored(u"P1"_s), u"NULL"_s);
+}
+
+TEST_F(ProductPictures, AWholeJpegIsTakenWhateverItsWriterLeftInIt) {
+  product(u"P1"_s, u"可乐"_s);
+  openList();
+  const QByteArray whole = jpeg();
+  const QByteArray end("\xff\xd9");
+  ASSERT_TRUE(whole.endsWith(end));
+  const qsizetype tables = whole.indexOf("\xff\xdb");
+  const qsizetype scan = whole.indexOf("\xff\xda");
+  QByteArray noRange = whole;  // of coefficients, in the head of the scan
+  noRange.replace(scan + 2 + noRange[scan + 3] - 3, 3, QByteArray(3, '\0'));
+  const QString fixtures = QStringLiteral(GOODSBOOK_SOURCE_DIR "/tests/products/fixtures/");
+  const QStringList files{fileOf(u"whole.jpg"_s, whole),
+                          fileOf(u"progressive.jpg"_s, jpeg(true)),
+                          fileOf(u"behind.jpg"_s, whole + QByteArray(5000, '\x5a') + end),
+                          fileOf(u"between.jpg"_s, QByteArray(whole).insert(tables, QByteArray(2, '\0'))),
+                          fileOf(u"filled.jpg"_s, whole.chopped(2) + QByteArray(12, '\0') + end),
+                          fileOf(u"range.jpg"_s, noRange),
+                          fixtures + u"cmyk.jpg"_s,
+                          fixtures + u"ycck.jpg"_s};
+  for (const QString& path : files) {
+    act(u"Act_Edit"_s);
+    pick(path);
+    act(u"N1"_s);
+    EXPECT_EQ(messages(), Lines()) << path.toStdString();
+    click(u"btn_ok"_s);
+    EXPECT_EQ(sent(u"Applyupdatapict"_s).size(), 1) << path.toStdString();
   }
 }
 
