@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "engine/row.h"
@@ -20,6 +21,9 @@ struct Options {
   std::function<std::int64_t()> now =
       {};               // GETDATE() in milliseconds since 1900-01-01; the system's local clock when empty
   bool create = false;  // create the file when it is missing
+  // The table by which a program knows its files: one that holds anything but not this table is another
+  // program's, is left as it is, and gives error 5171. Empty: any file will do.
+  std::string ownTable = {};
   // As on a server, RAISERROR from severity 11 up neither ends a batch nor undoes it: it is told as a notice.
   bool raisedErrorsGoOn = false;
 };

@@ -57,7 +57,7 @@ class TF2101_1 : public ProductEditor {
   void confirmOtherStyle();  // throws EAbort where input in the style that is not shown shall not be lost
   QString unitStatements() const;
   QString closingStatements() const;
-  void storePicture();
+  void save(const QString& batch);  // and the picture, if it is to be stored
   void showInList();
 
   RecordSet DataSetDJ;    // the units grid

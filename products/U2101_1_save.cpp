@@ -28,8 +28,7 @@ void TF2101_1::SaveData() {
   if (singleUnit_) checkSingleUnit();
   confirmOtherStyle();
   drawNumber();  // last of all, so that a save that is refused uses up none
-  ExecSql(moduleCode_, text(u"Edit1"_s), mode(), headerStatements() + unitStatements() + closingStatements());
-  storePicture();
+  save(headerStatements() + unitStatements() + closingStatements());
   showInList();
 }
 
@@ -107,13 +106,18 @@ QString TF2101_1::closingStatements() const {
          code + u"';"_s;
 }
 
-void TF2101_1::storePicture() {
+void TF2101_1::save(const QString& batch) {
+  const QString code = text(u"Edit1"_s);
   const bool changed =
       AdoQry_Pict.state() == RecordSet::State::Edit || AdoQry_Pict.state() == RecordSet::State::Insert;
   const bool stores = mode() == "Add"_L1 || (mode() == "CopyAdd"_L1 ? !Image1->bytes().isEmpty() : changed);
-  if (!stores) return;
+  if (!stores) {
+    ExecSql(moduleCode_, code, mode(), batch);
+    return;
+  }
   if (AdoQry_Pict.isEmpty()) AdoQry_Pict.append();
-  Applyupdatapict(AdoQry_Pict, u"D1801"_s, u"WL_ID"_s, text(u"Edit1"_s), u"pict"_s);
+  execSqlWithPicture(moduleCode_, code, mode(), batch,
+                     {AdoQry_Pict, u"D1801"_s, u"WL_ID"_s, code, u"pict"_s});
   if (AdoQry_Pict.state() != RecordSet::State::Browse) AdoQry_Pict.post();
 }
 

@@ -7,8 +7,9 @@
 // The tables that the program works on, as T-SQL. Batches are ended by a line "go".
 namespace goodsbook::schema {
 
-// The version of the tables that this program needs, kept in SYS_VERSION.
+// The version of the tables that this program needs, kept in its table of versions.
 int version();
+inline constexpr std::string_view versionTable = "SYS_VERSION";
 
 // Makes all tables, SYS_DW and the user ADMIN in an empty database, embedded or on a server.
 std::string_view script();

@@ -43,6 +43,12 @@ QWidget* startPage() {
   return page;
 }
 
+// To what had the focus in the page, or took it when it was shown.
+void focusInto(QWidget* page) {
+  QWidget* inside = page->focusWidget();
+  (inside ? inside : page)->setFocus();
+}
+
 }  // namespace
 
 MainWindow::MainWindow(Session& session, MasterData& masterData)
@@ -113,7 +119,7 @@ void MainWindow::openModule(int module, bool inNewTab) {
     for (TFrm_Base* screen : screens()) {
       if (screen->Tag != module) continue;
       tabs_->setCurrentWidget(screen);
-      screen->setFocus();
+      focusInto(screen);
       return;
     }
   }
@@ -145,14 +151,14 @@ void MainWindow::place(TFrm_Base* screen) {
   tabs_->setTabToolTip(index, tr("%1 %2（Ctrl+W 关闭）").arg(screen->Tag).arg(caption));
   tabs_->setCurrentIndex(index);
   screen->show();
-  screen->setFocus();
+  focusInto(screen);
 }
 
 void MainWindow::remove(TFrm_Base* screen) {
   const int index = tabs_->indexOf(screen);
   if (index >= 0) tabs_->removeTab(index);
   tabsChanged();
-  if (QWidget* next = tabs_->currentWidget()) next->setFocus();
+  if (QWidget* next = tabs_->currentWidget()) focusInto(next);
 }
 
 void MainWindow::goToTab(int step) {

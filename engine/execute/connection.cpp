@@ -174,7 +174,7 @@ class EmbeddedConnection final : public Connection {
   }
 
   Session* addSession(Session::Open open) {
-    auto session = std::make_unique<Session>(file_, options_.busyTimeout, open);
+    auto session = std::make_unique<Session>(file_, options_, open);
     const std::lock_guard lock(sessionsMutex_);
     sessions_.push_back(std::move(session));
     return sessions_.back().get();

@@ -29,9 +29,22 @@ void refuseForeignFile(sqlite3* db) {
   if (read && std::string_view(head.data(), head.size()) != mark) throw sqliteFailure(nullptr, SQLITE_NOTADB);
 }
 
+// The definitions themselves are not read: another program's need not be understood.
+void refuseOthersTables(sqlite3* db, std::string_view ownTable) {
+  SqliteStatement tables(
+      db, "SELECT count(*), total(type = 'table' AND name = ?1 COLLATE NOCASE) FROM sqlite_schema");
+  const Value name = std::string(ownTable);
+  tables.bind(1, name);
+  tables.step();
+  if (tables.integer(0) > 0 && tables.integer(1) == 0)
+    fail(
+        5171,
+        "该文件是其他程序的数据库，不能在这里打开，也没有改动它。请选择本程序的数据库文件，或换一个文件名新建。");
+}
+
 }  // namespace
 
-Session::Session(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout, Open open) {
+Session::Session(const std::filesystem::path& file, const Options& options, Open open) {
   const int create = open == Open::Create ? SQLITE_OPEN_CREATE : 0;
   const int code =
       sqlite3_open_v2(file.c_str(), &db_,
@@ -39,10 +52,11 @@ Session::Session(const std::filesystem::path& file, std::chrono::milliseconds bu
   owned_.reset(db_);
   if (code != SQLITE_OK) throw sqliteFailure(db_, code);
   refuseForeignFile(db_);
-  sqlite3_busy_timeout(db_, static_cast<int>(busyTimeout.count()));
+  sqlite3_busy_timeout(db_, static_cast<int>(options.busyTimeout.count()));
   sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   registerRuntime(db_, errors_);
+  if (!options.ownTable.empty()) refuseOthersTables(db_, options.ownTable);
   runSql(db_, "PRAGMA journal_mode = WAL");
   runSql(db_, "PRAGMA synchronous = FULL");
   runSql(db_, "PRAGMA temp_store = MEMORY");

@@ -12,6 +12,7 @@
 
 #include "engine/catalog/catalog.h"
 #include "engine/compile/plan.h"
+#include "engine/connection.h"
 #include "engine/runtime/functions.h"
 #include "engine/runtime/value.h"
 #include "engine/storage/sqlite_statement.h"
@@ -27,7 +28,7 @@ inline constexpr std::size_t keptStatements = 256;
 class Session {
  public:
   enum class Open : std::uint8_t { Existing, Create };
-  Session(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout, Open open);
+  Session(const std::filesystem::path& file, const Options& options, Open open);
   ~Session();
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;

@@ -44,7 +44,7 @@ SqlError sqliteFailure(sqlite3* db, int code) {
     case SQLITE_NOTADB:
       return make(5171, 16, "该文件不是数据库文件。");
     case SQLITE_READONLY:
-      return make(3906, 16, "无法更新数据库，因为数据库文件是只读的。");
+      return make(3906, 16, "无法更新数据库，因为数据库文件或它所在的文件夹是只读的。");
     case SQLITE_CANTOPEN:
       return make(4060, 16, concat("无法打开数据库文件（", detail, "）。"));
     case SQLITE_PERM:

@@ -100,16 +100,20 @@ std::vector<RecordSet::Bookmark> TDBGridEh::selectedRows() const {
   return rows == nullptr || !rows->isOpen() ? std::vector<RecordSet::Bookmark>() : d_->picks.inOrder(*rows);
 }
 
+int TDBGridEh::selectedRowCount() const {
+  return d_->picks.count();
+}
+
 void TDBGridEh::selectRow(int row, bool on) {
   if (row < 0 || row >= d_->model->rowCount()) return;
   d_->picks.set(recordSet()->bookmarkAt(row), on);
-  viewport()->update();
+  d_->showPicks();
 }
 
 void TDBGridEh::clearSelectedRows() {
   if (d_->picks.isEmpty()) return;
   d_->picks.clear();
-  viewport()->update();
+  d_->showPicks();
 }
 
 QString TDBGridEh::selectedField() const {

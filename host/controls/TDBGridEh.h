@@ -68,6 +68,7 @@ class GOODSBOOKHOST_EXPORT TDBGridEh : public QTableView {
 
   // Rows picked by the user, in the order of picking; none picked is empty (the current row does not count).
   std::vector<RecordSet::Bookmark> selectedRows() const;
+  int selectedRowCount() const;
   void selectRow(int row, bool on = true);
   void clearSelectedRows();
 
@@ -93,6 +94,7 @@ class GOODSBOOKHOST_EXPORT TDBGridEh : public QTableView {
   void rowDoubleClicked(int row);
   void titleClicked(const QString& field);
   void columnEntered(const QString& field);
+  void picksChanged();
   void enteredBehindLast();           // Enter where no further cell is to be filled in
   void keyPressed(QKeyEvent* event);  // before the grid handles it; accepted events go no further
 

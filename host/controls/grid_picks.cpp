@@ -10,6 +10,12 @@ void GridPicks::clear() {
   known_.clear();
 }
 
+void GridPicks::keepPresent(const RecordSet& rows) {
+  if (order_.empty()) return;
+  order_ = inOrder(rows);
+  known_ = {order_.begin(), order_.end()};
+}
+
 void GridPicks::set(Bookmark row, bool on) {
   if (on) {
     if (known_.insert(row).second) order_.push_back(row);

@@ -14,7 +14,9 @@ class GridPicks {
 
   bool contains(Bookmark row) const { return known_.contains(row); }
   bool isEmpty() const { return known_.empty(); }
+  int count() const { return static_cast<int>(order_.size()); }
   void clear();
+  void keepPresent(const RecordSet& rows);  // forgets those that are gone from `rows`
   void set(Bookmark row, bool on);
   void toggle(Bookmark row) { set(row, !contains(row)); }
 

@@ -49,6 +49,7 @@ class TDBGridEh::Private {
   bool handleCellKey(const QKeyEvent& event);
 
   // rows
+  void showPicks();
   void pickRange(int from, int to);
   void pickByMouse(int row, int before, Qt::KeyboardModifiers modifiers);
   bool handleRowKey(const QKeyEvent& event);

@@ -75,7 +75,14 @@ void TDBGridEh::Private::setRecordSet(RecordSet* rows) {
   model->setRecordSet(rows);
   if (rows == nullptr) return;
   connect(rows, &RecordSet::currentRowChanged, q, [this] { followRecordSet(); });
-  connect(rows, &RecordSet::opened, q, [this] { picks.clear(); });
+  connect(rows, &RecordSet::opened, q, [this] {
+    picks.clear();
+    showPicks();
+  });
+  connect(rows, &RecordSet::rowsRemoved, q, [this, rows] {
+    picks.keepPresent(*rows);
+    showPicks();
+  });
   connect(rows, &RecordSet::stateChanged, q, [this] { q->viewport()->update(); });
 }
 
@@ -245,11 +252,16 @@ bool TDBGridEh::Private::leaveByTab(const QKeyEvent& event) {
   return q->QAbstractScrollArea::focusNextPrevChild(event.key() == Qt::Key_Tab);
 }
 
+void TDBGridEh::Private::showPicks() {
+  q->viewport()->update();
+  Q_EMIT q->picksChanged();
+}
+
 void TDBGridEh::Private::pickRange(int from, int to) {
   const RecordSet* rows = model->recordSet();
   const int step = from <= to ? 1 : -1;
   for (int row = from; row != to + step; row += step) picks.set(rows->bookmarkAt(row), true);
-  q->viewport()->update();
+  showPicks();
 }
 
 void TDBGridEh::Private::pickByMouse(int row, int before, Qt::KeyboardModifiers modifiers) {
@@ -268,7 +280,7 @@ void TDBGridEh::Private::pickByMouse(int row, int before, Qt::KeyboardModifiers 
     picks.clear();
   }
   anchor = row;
-  q->viewport()->update();
+  showPicks();
 }
 
 bool TDBGridEh::Private::handleRowKey(const QKeyEvent& event) {
@@ -282,10 +294,14 @@ bool TDBGridEh::Private::handleRowKey(const QKeyEvent& event) {
     if (model->rowCount() > 0) pickRange(0, model->rowCount() - 1);
     return true;
   }
+  if (event.key() == Qt::Key_T && modifiers == Qt::ControlModifier && row >= 0) {
+    sortBy(q->currentIndex().column());
+    return true;
+  }
   if (event.key() == Qt::Key_Space && modifiers == Qt::ControlModifier && row >= 0) {
     picks.toggle(model->recordSet()->bookmarkAt(row));
     anchor = row;
-    q->viewport()->update();
+    showPicks();
     return true;
   }
   if (event.key() == Qt::Key_Down && modifiers == Qt::NoModifier && row == last) return appendAtEnd();

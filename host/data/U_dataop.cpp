@@ -90,6 +90,18 @@ void checkNoneTwice(RecordSet& rows, const QString& fieldName, const QString& ca
   }
 }
 
+SentStatement statementOf(const PictureCell& picture) {
+  return {u"Applyupdatapict"_s, {}, picture.keyValue, {}, picture.table + u'.' + picture.blobField, {}};
+}
+
+void store(const PictureCell& picture, Database& database) {
+  const auto& [rows, table, keyField, keyValue, blobField] = picture;
+  const bool has = rows.isOpen() && rows.hasField(blobField) && !rows.isNull(blobField);
+  const QByteArray bytes = has ? rows.value(blobField).toByteArray() : QByteArray();
+  if (database.storeBlob(table, blobField, keyField, keyValue, bytes) == 0)
+    throw EDatabaseError(50000, 16, 1, 1, Texts::tr("图片没有保存：找不到“%1”").arg(keyValue));
+}
+
 }  // namespace
 
 bool opensql(RecordSet& rows, const QString& moduleCode, const QString& sql, int pageSize, int pageNo,
@@ -139,14 +151,21 @@ QString GetNOID(const QString& moduleCode, const QString& prefix, int serialLeng
 
 void Applyupdatapict(RecordSet& rows, const QString& table, const QString& keyField, const QString& keyValue,
                      const QString& blobField) {
-  recorded({u"Applyupdatapict"_s, {}, keyValue, {}, table + u'.' + blobField, {}}, [&](Session& session) {
-    const bool has = rows.isOpen() && rows.hasField(blobField) && !rows.isNull(blobField);
-    const QByteArray bytes = has ? rows.value(blobField).toByteArray() : QByteArray();
-    if (session.database().storeBlob(table, blobField, keyField, keyValue, bytes) == 0) {
-      throw EDatabaseError(50000, 16, 1, 1, Texts::tr("图片没有保存：找不到“%1”").arg(keyValue));
-    }
+  const PictureCell picture{rows, table, keyField, keyValue, blobField};
+  recorded(statementOf(picture), [&](Session& session) {
+    store(picture, session.database());
     return std::pair(true, u"Y"_s);
   });
+}
+
+void execSqlWithPicture(const QString& moduleCode, const QString& keyValue, const QString& operation,
+                        const QString& sql, const PictureCell& picture) {
+  recorded({u"ExecSql"_s, moduleCode, keyValue, operation, sql, {}}, [&](Session& session) {
+    Database& database = session.database();
+    database.save(sql, {G_UserId, moduleCode, keyValue, operation}, [&] { store(picture, database); });
+    return std::pair(true, u"Y"_s);
+  });
+  recorded(statementOf(picture), [](Session&) { return std::pair(true, u"Y"_s); });
 }
 
 void checkDatamore(RecordSet& rows, const QString& fieldName, const QString& /*extra*/) {

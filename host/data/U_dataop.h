@@ -40,6 +40,16 @@ GOODSBOOKHOST_EXPORT QString GetNOID(const QString& moduleCode, const QString& p
 GOODSBOOKHOST_EXPORT void Applyupdatapict(RecordSet& rows, const QString& table, const QString& keyField,
                                           const QString& keyValue, const QString& blobField);
 
+// ExecSql and then Applyupdatapict as one save: when the picture cannot be stored, nothing of the batch
+// stays. Both are told of as if they had been called one by one.
+struct PictureCell {
+  RecordSet& rows;
+  QString table, keyField, keyValue, blobField;
+};
+GOODSBOOKHOST_EXPORT void execSqlWithPicture(const QString& moduleCode, const QString& keyValue,
+                                             const QString& operation, const QString& sql,
+                                             const PictureCell& picture);
+
 // A check over all rows of a grid's record set before they are saved: numbers in `fieldName` are above zero,
 // no unit or barcode stands twice where the set's tag asks for it. Shows its own message and throws EAbort.
 GOODSBOOKHOST_EXPORT void checkDatamore(RecordSet& rows, const QString& fieldName, const QString& extra);

@@ -14,10 +14,11 @@ class NoSink : public engine::ResultSink {
 
 Database::~Database() = default;
 
-void Database::save(const QString& batch, const AuditLine& line) {
+void Database::save(const QString& batch, const AuditLine& line, const std::function<void()>& within) {
   NoSink sink;
   Transaction transaction(*this);
   execute(batch, sink);
+  if (within) within();
   execute(auditStatement(line, batch, {}), sink);
   transaction.commit();
 }

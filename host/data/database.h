@@ -44,7 +44,8 @@ class GOODSBOOKHOST_EXPORT Database {
 
   // Runs a batch together with its line in the audit table, in a transaction of its own. Whatever becomes of
   // the connection meanwhile, the batch is never saved twice.
-  virtual void save(const QString& batch, const AuditLine& line);
+  // `within`, if any, runs behind the batch in that transaction: what it throws takes the batch back.
+  virtual void save(const QString& batch, const AuditLine& line, const std::function<void()>& within = {});
 
   // save() for work that takes long: where the database can do it beside the window's thread, `pause` is
   // called every few milliseconds meanwhile. No transaction may be open; `pause` must not throw.

@@ -13,6 +13,7 @@
 #include "host/data/engine_errors.h"
 #include "host/data/statement_text.h"
 #include "host/data/value_text.h"
+#include "schema/schema.h"
 #include "schema/upgrade.h"
 
 namespace goodsbook {
@@ -53,6 +54,7 @@ class EmbeddedDatabase : public Database {
     }
     options_.busyTimeout = std::chrono::milliseconds(options.busyTimeoutMs);
     options_.create = options.create;
+    options_.ownTable = schema::versionTable;
     if (options.clock) options_.now = [clock = std::move(options.clock)] { return fromDateTime(clock()); };
     asDatabaseErrors([this] {
       connection_ = open();

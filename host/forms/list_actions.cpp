@@ -227,11 +227,15 @@ void ListScreen::rowsMoved() {
 }
 
 void ListScreen::showCount() {
-  const QString count = QLocale(QLocale::Chinese).toString(AdoQry_Main.rowCount());
+  const QLocale chinese(QLocale::Chinese);
+  const QString count = chinese.toString(AdoQry_Main.rowCount());
+  const int picked = DBGridEh->selectedRowCount();
   if (!AdoQry_Main.isOpen()) {
     countLabel_->clear();
   } else if (AdoQry_Main.isLoading()) {
     countLabel_->setText(tr("正在读取… %1 行").arg(count));
+  } else if (picked > 0) {
+    countLabel_->setText(tr("共 %1 行，已选 %2 行").arg(count, chinese.toString(picked)));
   } else {
     countLabel_->setText(tr("共 %1 行").arg(count));
   }
@@ -243,6 +247,7 @@ QString ListScreen::helpText() const {
     if (each->isVisible() && !each->shortcut().isEmpty())
       text += u"\n"_s + each->shortcut().toString(QKeySequence::NativeText) + u"  "_s + each->text();
   }
+  text += tr("\nCtrl+T  按当前列排序：升序、降序、不排序\nCtrl+空格、Shift+↑↓、Ctrl+A  选择多行");
   return text;
 }
 

@@ -88,6 +88,7 @@ ListScreen::ListScreen(QWidget* owner)
     connect(&AdoQry_Main, moved, this, &ListScreen::rowsMoved);
   }
   connect(&AdoQry_Main, &RecordSet::afterScroll, this, &ListScreen::rowsMoved);
+  connect(DBGridEh, &TDBGridEh::picksChanged, this, &ListScreen::rowsMoved);
   connect(load_, &ProgressiveLoad::progress, this, &ListScreen::rowsMoved);
   connect(load_, &ProgressiveLoad::finished, this, [this] {
     findKeyAgain();

@@ -13,6 +13,7 @@
 #include "app/driver/screen_test.h"
 #include "app/master_data.h"
 #include "host/U_glo.h"
+#include "host/controls/TDBGridEh.h"
 #include "host/session.h"
 
 using namespace Qt::StringLiterals;
@@ -105,6 +106,32 @@ TEST_F(MainWindowTest, TheSearchOpensByInitials) {
   pressInWindow(u"Return"_s);
   done({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 0}});
   EXPECT_EQ(tabs(), QStringList(u"计量单位资料"_s));
+}
+
+TEST_F(MainWindowTest, TheKeyboardIsInTheListThatOpensComesBackOrIsLeft) {
+  sql(u"insert into D1003 (dw_id,dw_name) values ('01','瓶');insert into D1003 (dw_id,dw_name) values ('02','箱')"_s);
+  showWindow();
+  const auto inGrid = [this] {
+    bool inside = false;
+    onGui([&] { inside = qobject_cast<TDBGridEh*>(window_->focusWidget()) != nullptr; });
+    return inside;
+  };
+  pressInWindow(u"Ctrl+K"_s);
+  onGui([this] { typeOver(*window_->findChild<QLineEdit*>(u"Search"_s), u"103"_s); });
+  pressInWindow(u"Return"_s);
+  done({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 0}});
+  EXPECT_TRUE(inGrid());
+  pressInWindow(u"Down"_s);
+  EXPECT_EQ(done({{u"cmd"_s, u"rows"_s}, {u"element"_s, u"DBGridEh"_s}})["current"_L1].toInt(), 1);
+  openModule(125);
+  EXPECT_TRUE(inGrid());
+  pressInWindow(u"Ctrl+K"_s);
+  EXPECT_FALSE(inGrid());
+  openModule(103);
+  EXPECT_TRUE(inGrid()) << "back in a tab that is open already";
+  pressInWindow(u"Ctrl+W"_s);
+  done({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 0}});
+  EXPECT_TRUE(inGrid()) << "in the tab that is left";
 }
 
 TEST_F(MainWindowTest, KeysGoThroughTheTabsAndCloseThem) {

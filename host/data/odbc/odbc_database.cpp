@@ -170,19 +170,21 @@ void OdbcDatabase::rollback() {
   }
 }
 
-void OdbcDatabase::save(const QString& batch, const AuditLine& line) {
+void OdbcDatabase::save(const QString& batch, const AuditLine& line, const std::function<void()>& within) {
   // It would be told as saved while the one who opened the transaction may still roll back.
   if (inTransaction_) throw EDatabaseError(50000, 16, 1, 1, Texts::tr("有打开的事务时不能单独保存"));
   if (settlesDoubt(batch, line)) return;
-  retried([&] { saveOnce(batch, line); });
+  retried([&] { saveOnce(batch, line, within); });
 }
 
-void OdbcDatabase::saveOnce(const QString& batch, const AuditLine& line) {
+void OdbcDatabase::saveOnce(const QString& batch, const AuditLine& line,
+                            const std::function<void()>& within) {
   const QString token = QUuid::createUuid().toString(QUuid::WithoutBraces);
   NoSink sink;
   try {
     begin();
     execute(batch, sink, Permission::Screens);
+    if (within) within();
     execute(auditStatement(line, batch, token), sink, Permission::Screens);
     commit();
   } catch (const ECommitUnknown&) {
@@ -199,7 +201,7 @@ void OdbcDatabase::saveBeside(const QString& batch, const AuditLine& line,
                               const std::function<void()>& pause) {
   if (settlesDoubt(batch, line)) return;
   std::optional<OdbcDatabase> other;
-  const auto work = [&] { other.emplace(pool_->target()).save(batch, line); };
+  const auto work = [&] { other.emplace(pool_->target()).save(batch, line, {}); };
   try {
     runBeside(work, pause);
   } catch (...) {

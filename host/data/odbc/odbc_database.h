@@ -23,7 +23,7 @@ class OdbcDatabase : public Database {
   void commit() override;
   void rollback() override;
   bool inTransaction() const override { return inTransaction_; }
-  void save(const QString& batch, const AuditLine& line) override;
+  void save(const QString& batch, const AuditLine& line, const std::function<void()>& within) override;
   void saveBeside(const QString& batch, const AuditLine& line, const std::function<void()>& pause) override;
   int storeBlob(const QString& table, const QString& field, const QString& keyField, const QString& keyValue,
                 const QByteArray& bytes) override;
@@ -43,7 +43,7 @@ class OdbcDatabase : public Database {
   decltype(auto) watched(Work&& work);
   template <typename Work>
   void inOwnTransaction(Work&& work);
-  void saveOnce(const QString& batch, const AuditLine& line);
+  void saveOnce(const QString& batch, const AuditLine& line, const std::function<void()>& within);
   bool wasCommitted(const QString& token);
   bool settlesDoubt(const QString& batch, const AuditLine& line);
 

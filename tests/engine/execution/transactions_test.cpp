@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -31,6 +32,11 @@ int errorOf(const std::function<void()>& action) {
 std::string firstText(Connection& on, std::string_view select) {
   const auto cursor = on.query(select);
   return cursor->next() ? std::string(cursor->row().text(0)) : "nothing";
+}
+
+std::string contentOf(const std::filesystem::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
 }
 
 class TransactionsTest : public testing::Test {
@@ -247,6 +253,25 @@ TEST_F(TransactionsTest, AnotherFileIsNoDatabase) {
   std::ofstream(note) << "milk";
   EXPECT_EQ(errorOf([&] { Connection::open(note); }), 5171);
   EXPECT_EQ(std::filesystem::file_size(note), 4U);
+}
+
+TEST_F(TransactionsTest, AnotherProgramsDatabaseIsLeftAsItIs) {
+  int number = 0;
+  for (const char* definition : {"create table customers(id int, name varchar(20))",
+                                 "create table items(a, b real)", "create view v as select 1 as one"}) {
+    const auto file = session.folder() / ("other" + std::to_string(++number) + ".db");
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(file.c_str(), &db), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(db, definition, nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(db);
+    const std::string before = contentOf(file);
+    EXPECT_EQ(errorOf([&] { Connection::open(file, {.ownTable = "SYS_VERSION"}); }), 5171) << definition;
+    EXPECT_EQ(contentOf(file), before) << definition;
+    EXPECT_FALSE(std::filesystem::exists(file.string() + "-wal"));
+  }
+  const auto empty = session.folder() / "empty.db";
+  const std::ofstream made(empty);
+  EXPECT_NO_THROW(Connection::open(empty, {.ownTable = "SYS_VERSION"}));
 }
 
 TEST_F(TransactionsTest, DamageIsFoundAndToldOf) {

@@ -104,6 +104,26 @@ TEST_F(GridTest, KeysPickRows) {
   EXPECT_EQ(picked(), u"D4 A1"_s);
 }
 
+TEST_F(GridTest, CtrlTSortsByTheCurrentColumnAndTellsWhoCountsPicks) {
+  grid.setReadOnly(true);
+  grid.setCurrentIndex(grid.model()->index(0, grid.columnOf(u"WL_ID"_s)));
+  const QString before = codes();
+  QTest::keyClick(&grid, Qt::Key_T, Qt::ControlModifier);
+  QTest::keyClick(&grid, Qt::Key_T, Qt::ControlModifier);
+  EXPECT_EQ(codes(), u"D4 C3 B2 A1"_s);
+  QTest::keyClick(&grid, Qt::Key_T, Qt::ControlModifier);
+  EXPECT_EQ(codes(), before);
+  int told = 0;
+  QObject::connect(&grid, &TDBGridEh::picksChanged, &grid, [&] { ++told; });
+  QTest::keyClick(&grid, Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(grid.selectedRowCount(), 4);
+  rows.remove();
+  EXPECT_EQ(grid.selectedRowCount(), 3);
+  grid.clearSelectedRows();
+  EXPECT_EQ(grid.selectedRowCount(), 0);
+  EXPECT_GE(told, 3);
+}
+
 TEST_F(GridTest, CellIsEditedThroughItsEditor) {
   EXPECT_TRUE(grid.editCell(1, u"WL_NAME"_s, u"大香蕉"_s));
   EXPECT_EQ(rows.currentRow(), 1);

@@ -126,6 +126,24 @@ TEST_F(DataopTest, PicturesAreStoredAndCleared) {
   EXPECT_THROW(Applyupdatapict(rows, u"D1801"_s, u"WL_ID"_s, u"none"_s, u"pict"_s), EDatabaseError);
 }
 
+TEST_F(DataopTest, ABatchWhosePictureIsNotStoredIsNotSavedEither) {
+  RecordSet rows;
+  rows.create({{.name = u"pict"_s, .type = FieldType::Blob}});
+  rows.append();
+  rows.setValue(u"pict"_s, QByteArray("\x89PNG", 4));
+  const QString batch = u"insert into D1801(WL_ID,WL_NAME,CLASS_ID) values('P1','','')"_s;
+  const auto save = [&](const QString& key) {
+    execSqlWithPicture(u"101"_s, u"P1"_s, u"Add"_s, batch, {rows, u"D1801"_s, u"WL_ID"_s, key, u"pict"_s});
+  };
+  EXPECT_THROW(save(u"none"_s), EDatabaseError);
+  EXPECT_EQ(shop_.ask(u"select count(*) from D1801"_s), u"0"_s);
+  EXPECT_EQ(shop_.ask(u"select count(*) from SYS_AUDIT"_s), u"0"_s);
+  EXPECT_FALSE(shop_.database().inTransaction());
+  save(u"P1"_s);
+  EXPECT_EQ(shop_.ask(u"select pict from D1801"_s), u"0x89504E47"_s);
+  EXPECT_EQ(shop_.ask(u"select count(*) from SYS_AUDIT"_s), u"1"_s);
+}
+
 struct Units {
   const char* name;
   std::vector<std::vector<test::Value>> rows;  // DW_ID, TM, ABASE

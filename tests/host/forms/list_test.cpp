@@ -125,6 +125,13 @@ TEST_F(Lists, RowsAreLoadedOnceTheScreenIsSetUp) {
 TEST_F(Lists, TheStatusLineCounts) {
   open();
   EXPECT_EQ(count(), u"共 3 行"_s);
+  list->DBGridEh->selectRow(0);
+  list->DBGridEh->selectRow(2);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(count(), u"共 3 行，已选 2 行"_s);
+  list->DBGridEh->clearSelectedRows();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(count(), u"共 3 行"_s);
 }
 
 TEST_F(Lists, MoneyColumnsTakeThePriceFormat) {
