@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QProgressDialog>
 #include <QThread>
 #include <utility>
 
@@ -183,7 +184,8 @@ void Driver::look() {
   }
   // Inside an action only a dialog's own event loop means that the action waits for the user; an action that
   // lets events through while it works is still at work.
-  const bool asks = now.modal || now.popup;
+  // A box that tells how far work has come is shown, and asks nothing.
+  const bool asks = now.popup || (now.modal && !qobject_cast<const QProgressDialog*>(now.modal));
   const bool working = (Waiting::isGoingOn() && !asks) ||
                        (!actionLevels_.empty() && (now.level <= actionLevels_.back() || !asks));
   if (working || ++quietTurns_ < turnsUntilIdle) return;

@@ -1,6 +1,7 @@
 // When a command is answered: the program is idle again, or waits for its user.
 #include <QApplication>
 #include <QEventLoop>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QTimer>
 
@@ -18,6 +19,28 @@ TEST_F(Idle, WorkThatLetsEventsThroughIsWaitedFor) {
   onGui([&] {
     QObject::connect(screen->askButton, &QPushButton::clicked, screen, [&finished] {
       for (int i = 0; i < 200; ++i) QApplication::processEvents();
+      finished = true;
+    });
+  });
+  click(u"btn_ask"_s);
+  onGui([&] { EXPECT_TRUE(finished); });
+}
+
+TEST_F(Idle, ABoxThatTellsOfProgressIsWaitedFor) {
+  bool finished = false;
+  onGui([&] {
+    QObject::connect(screen->askButton, &QPushButton::clicked, screen, [&finished, this] {
+      QProgressDialog box(u"正在读取…"_s, u"取消"_s, 0, 0, screen);
+      box.setWindowModality(Qt::ApplicationModal);
+      box.show();
+      QEventLoop rows;
+      QTimer turns;
+      int left = 500;
+      QObject::connect(&turns, &QTimer::timeout, &rows, [&] {
+        if (--left == 0) rows.quit();
+      });
+      turns.start(0);
+      rows.exec();
       finished = true;
     });
   });
