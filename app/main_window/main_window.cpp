@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QLabel>
+#include <QScreen>
 #include <QSettings>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -189,7 +190,7 @@ void MainWindow::tabsChanged() {
 
 void MainWindow::restorePlace() {
   const auto settings = programSettings(session_.programDir());
-  resize(1180, 760);
+  resize(QSize(1180, 760).boundedTo(screen()->availableSize()));
   restoreGeometry(settings->value("MainWindow/geometry"_L1).toByteArray());
   restoreState(settings->value("MainWindow/panes"_L1).toByteArray());
 }

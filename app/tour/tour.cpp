@@ -127,7 +127,7 @@ void Tour::visitProductDialogs() {
     editor = std::exchange(GPARAM23, u"1"_s);
     window_.openModule(products, true);
   });
-  send({{u"cmd"_s, u"rows"_s}, {u"element"_s, u"DBGridEh"_s}, {u"limit"_s, 1}});
+  const QJsonObject listed = send({{u"cmd"_s, u"rows"_s}, {u"element"_s, u"DBGridEh"_s}, {u"limit"_s, 1}});
   const auto opens = [this](const QJsonObject& command, const QString& name, const auto& within) {
     const QJsonValue before = front()["id"_L1];
     send(command);
@@ -156,6 +156,14 @@ void Tour::visitProductDialogs() {
     opens(cell(u"区域售价"_s), u"101-regional-prices"_s, nothing);
     send({{u"cmd"_s, u"press"_s}, {u"keys"_s, u"F6"_s}});
   });
+  constexpr int mostWithPictures = 300;  // the list shows the pictures of no more
+  if (listed["count"_L1].toInt() > mostWithPictures) {
+    send(action(u"Act_Filter"_s));
+    send({{u"cmd"_s, u"type"_s},
+          {u"element"_s, u"Edit1"_s},
+          {u"text"_s, listed["rows"_L1].toArray().at(0)["WL_ID"_L1]}});
+    send({{u"cmd"_s, u"press"_s}, {u"keys"_s, u"F4"_s}});
+  }
   opens(action(u"Act_Other"_s), u"101-pictures"_s, [&] {
     opens({{u"cmd"_s, u"press"_s}, {u"keys"_s, u"F2"_s}}, u"101-pictures-print"_s, nothing);
   });
