@@ -168,6 +168,7 @@ bool TF2101_1::hasUnsavedInput() const {
 void TF2101_1::FormKeyDown(QKeyEvent* event) {
   if (event->key() == Qt::Key_F6) {
     event->accept();
+    if (!takeCells()) return;
     const bool wasInUnits = focusWidget() && unitPages_->isAncestorOf(focusWidget());
     setSingleUnit(!singleUnit_);
     if (wasInUnits) (singleUnit_ ? static_cast<QWidget*>(lookupEdit(u"dw_id"_s)) : DBGridEh1)->setFocus();

@@ -22,9 +22,11 @@ bool isPrice(const QString& field) {
 void TF2101_1::SaveData() {
   refuseWithdrawnNegativeStock(tr("该商品有负库存,不能取消该商品的负库存状态!"));
   if (!singleUnit_) checkUnits();
-  // Lists join to category and unit: without them a product would be lost.
   CheckBlank(edit(u"Edit2"_s));
+  // Lists join to category and unit: without them a product would be lost. A copy brings codes that were
+  // never left as fields, and another program may have deleted them meanwhile.
   CheckBlank(edit(u"CLASS_ID"_s));
+  CheckId(edit(u"CLASS_ID"_s));
   if (singleUnit_) checkSingleUnit();
   confirmOtherStyle();
   drawNumber();  // last of all, so that a save that is refused uses up none
@@ -36,8 +38,12 @@ void TF2101_1::SaveData() {
 void TF2101_1::checkSingleUnit() {
   CheckBlank(edit(u"dw_id"_s));
   CheckId(edit(u"dw_id"_s));
-  if (!isAdding()) return;  // then an empty price is text of the statement, else it is a number of it
-  for (const QString& price : {u"SJ"_s, u"VIPSJ"_s, u"CGJ"_s}) CheckFloatCanZero(edit(price));
+  for (const QString& price : {u"SJ"_s, u"VIPSJ"_s, u"pfj"_s, u"CGJ"_s}) {
+    // A new product's prices are numbers of its statement; what is changed goes there as a text, as does
+    // none.
+    const bool mayBeEmpty = !isAdding() || price == "pfj"_L1;
+    if (!mayBeEmpty || !text(price).isEmpty()) CheckFloatCanZero(edit(price));
+  }
 }
 
 void TF2101_1::confirmOtherStyle() {

@@ -39,6 +39,7 @@ TF2101_TM::TF2101_TM(QWidget* owner) : TFrm_Base_Dialog(owner) {
   QPushButton* clear = makeButton(u"bsSkinButton1"_s, tr("清空"));
   buttonRow()->insertWidget(0, clear);
   onClick(clear, [this, barcodes] {
+    if (barcodes->document()->isEmpty()) return;
     setText(u"Memo1"_s, {});
     barcodes->document()->setModified();
   });

@@ -72,6 +72,7 @@ void TF2101F::InitFocu() {
 }
 
 void TF2101F::btn_okClick() {
+  CheckId(edit(u"CLASS_ID"_s));  // Esc left it unchecked, and it stays from one opening to the next
   TFrm_Sys_Filter::btn_okClick();
   const bool valid = isChecked(u"YS"_s);
   const bool invalid = isChecked(u"NO"_s);

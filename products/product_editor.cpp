@@ -85,8 +85,8 @@ void ProductEditor::Edit1Exit() {
     setText(u"Edit1"_s, GetNOID(moduleCode_, GPARAM1 ? text(u"CLASS_ID"_s) : QString(), GPARAM2));
   }
   CheckBlankInstr(code, tr("商品编号"));
-  CheckBlank(code);
   CheckText(code, tr("商品编号"));
+  CheckBlank(code);
   opensql(AdoQry_Tmp, moduleCode_, u"select wl_id from D1801 where wl_id='"_s + code->text() + u'\'');
   if (!AdoQry_Tmp.isEmpty()) {
     DISPINFO(tr("商品编号已登记!"), 5);

@@ -38,6 +38,7 @@ class QuickProductEditor : public ProductEditor {
   void TMChange();
   void vipsjExit();
 
+  void checkCodes();
   void checkPrices();
   void drawNumber();
   QString headerStatements() const;

@@ -36,6 +36,7 @@ struct Currency {
 }  // namespace
 
 void QuickProductEditor::SaveData() {
+  checkCodes();
   checkPrices();
   drawNumber();
   const bool takesCode = !GKH1 && text(u"TM"_s).isEmpty();
@@ -52,6 +53,13 @@ void QuickProductEditor::SaveData() {
     appendPurchaseLine();
   } else {
     writeBack();
+  }
+}
+
+// A copied product may bring codes that were deleted meanwhile; lists would not show it.
+void QuickProductEditor::checkCodes() {
+  for (const QString& name : {u"CLASS_ID"_s, u"dw_id"_s}) {
+    if (!text(name).trimmed().isEmpty()) CheckId(edit(name));
   }
 }
 

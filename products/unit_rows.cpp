@@ -89,17 +89,17 @@ UnitRows::UnitRows(RecordSet& rows) : rows_(rows) {
 }
 
 void UnitRows::create() {
-  rows_.create({{.name = u"T"_s, .type = FieldType::Integer},
+  rows_.create({{.name = u"T"_s, .type = FieldType::Integer, .label = translated("主单位")},
                 {.name = u"WL_ID"_s, .size = 20},
-                {.name = u"DW_ID"_s, .size = 2},
-                {.name = u"dw_name"_s, .size = 10},
-                {.name = u"ABASE"_s, .type = FieldType::Float},
-                {.name = u"SJ"_s, .type = FieldType::Float},
-                {.name = u"VIPSJ"_s, .type = FieldType::Float},
-                {.name = u"PFJ"_s, .type = FieldType::Float},
-                {.name = u"CGJ"_s, .type = FieldType::Float},
-                {.name = u"TM"_s, .size = 30},
-                {.name = u"Y"_s, .type = FieldType::Integer},
+                {.name = u"DW_ID"_s, .size = 2, .label = translated("单位代号")},
+                {.name = u"dw_name"_s, .size = 10, .label = translated("单位")},
+                {.name = u"ABASE"_s, .type = FieldType::Float, .label = translated("转换率")},
+                {.name = u"SJ"_s, .type = FieldType::Float, .label = translated("零售价")},
+                {.name = u"VIPSJ"_s, .type = FieldType::Float, .label = translated("会员价")},
+                {.name = u"PFJ"_s, .type = FieldType::Float, .label = translated("批发价")},
+                {.name = u"CGJ"_s, .type = FieldType::Float, .label = translated("采购价")},
+                {.name = u"TM"_s, .size = 30, .label = translated("条码")},
+                {.name = u"Y"_s, .type = FieldType::Integer, .label = translated("年")},
                 {.name = u"COLORVALUE"_s, .type = FieldType::Integer},
                 {.name = u"adw"_s, .type = FieldType::Integer},
                 {.name = u"ADDFLAG"_s, .type = FieldType::Integer}});

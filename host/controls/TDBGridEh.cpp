@@ -131,6 +131,7 @@ bool TDBGridEh::editCell(int row, const QString& field, const QString& text) {
   const int column = columnOf(field);
   if (!d_->model->canEdit(column) || isColumnHidden(column) || row < 0 || row >= d_->model->rowCount())
     return false;
+  if (!takeCell()) return false;
   const QModelIndex index = d_->model->index(row, column);
   setFocus();
   setCurrentIndex(index);
@@ -160,6 +161,27 @@ bool TDBGridEh::editCell(int row, const QString& field, const QString& text) {
   if (editor != nullptr) closeEditor(editor, QAbstractItemDelegate::NoHint);
   setFocus();
   return done;
+}
+
+bool TDBGridEh::hasOpenInput() const {
+  return d_->delegate->hasInput();
+}
+
+bool TDBGridEh::takeCell() {
+  const QPointer<QLineEdit> editor = d_->delegate->editor();
+  if (editor == nullptr) return true;
+  if (!d_->delegate->commit(editor)) return false;
+  if (editor != nullptr) d_->delegate->close(editor);
+  return true;
+}
+
+void TDBGridEh::dropCell() {
+  if (QLineEdit* editor = d_->delegate->editor())
+    closeEditor(editor, QAbstractItemDelegate::RevertModelCache);
+}
+
+bool TDBGridEh::takeBackFocus(const QWidget* editor) {
+  return d_->delegate->takeBackFocus(editor);
 }
 
 void TDBGridEh::clickCell(int row, const QString& field, bool doubleClick) {

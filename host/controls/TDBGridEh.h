@@ -82,6 +82,13 @@ class GOODSBOOKHOST_EXPORT TDBGridEh : public QTableView {
   bool editCell(int row, const QString& field, const QString& text);
   void clickCell(int row, const QString& field, bool doubleClick = false);
 
+  // The cell that is being typed into, if any. A text that cannot be read is told to the user; the cell stays
+  // open with it then, and keeps the focus.
+  bool hasOpenInput() const;                  // something was typed into it
+  bool takeCell();                            // reads it and closes it; false when it was refused
+  void dropCell();                            // closes it unread
+  bool takeBackFocus(const QWidget* editor);  // back into a cell that was refused as the focus left it
+
   void copyToClipboard();  // throws EAbort when the user cancels; picked rows or the current one,
                            // tab-separated, with headings
 

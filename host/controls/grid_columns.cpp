@@ -29,7 +29,6 @@ void TDBGridEh::setColumns(std::vector<GridColumn> columns) {
   d_->appliedFields.clear();
   d_->model->setGridColumns(std::move(columns));
   d_->applyColumns();
-  setTabKeyNavigation(!isReadOnly());
 }
 
 void TDBGridEh::setColumnVisible(const QString& field, bool visible) {

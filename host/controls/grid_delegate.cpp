@@ -2,9 +2,11 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <utility>
 
 #include "host/controls/edits.h"
 #include "host/controls/grid_model.h"
+#include "host/forms/screen_events.h"
 
 using namespace Qt::StringLiterals;
 
@@ -68,16 +70,50 @@ void GridDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, cons
   refused_ = !model->setData(index, text.isEmpty() && !isText ? QVariant() : QVariant(text), Qt::EditRole);
 }
 
-bool GridDelegate::commit(QLineEdit* editor) {
+bool GridDelegate::hasInput() const {
+  return editor_ != nullptr && editor_->text() != shown_;
+}
+
+bool GridDelegate::read(QLineEdit* editor) {
   const QPointer<QLineEdit> alive(editor);
   const QString before = shown_;
   refused_ = false;
+  leftRefused_ = nullptr;
   Q_EMIT commitData(editor);
-  if (alive == nullptr || !refused_) return true;
-  shown_ = before;
-  editor->selectAll();
-  editor->setFocus();
+  if (refused_ && alive != nullptr) shown_ = before;
+  return !refused_;
+}
+
+bool GridDelegate::commit(QLineEdit* editor) {
+  const QPointer<QLineEdit> alive(editor);
+  if (read(editor)) return true;
+  if (alive != nullptr) {
+    editor->selectAll();
+    editor->setFocus();
+  }
   return false;
+}
+
+bool GridDelegate::staysOpen(QLineEdit* editor) {
+  const QWidget* to = QApplication::focusWidget();
+  if (to == editor) return false;  // a menu comes up: the view knows
+  // Another window, a message among them, only interrupts the typing; Cancel is about to drop it.
+  if (to == nullptr || to->window() != editor->window() || isCancel(to)) return true;
+  const QPointer<QLineEdit> alive(editor);
+  if (read(editor)) return false;
+  leftRefused_ = alive;
+  // Its screen gives it the focus back at once, unless the message took the focus from what it went to.
+  QMetaObject::invokeMethod(
+      this, [this] { takeBackFocus(leftRefused_); }, Qt::QueuedConnection);
+  return true;
+}
+
+bool GridDelegate::takeBackFocus(const QWidget* editor) {
+  const QPointer<QLineEdit> refused = std::exchange(leftRefused_, nullptr);
+  if (refused == nullptr || refused != editor) return false;
+  refused->selectAll();
+  refused->setFocus();
+  return true;
 }
 
 void GridDelegate::close(QLineEdit* editor) {
@@ -92,6 +128,8 @@ void GridDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewI
 
 bool GridDelegate::eventFilter(QObject* watched, QEvent* event) {
   auto* editor = qobject_cast<QLineEdit*>(watched);
+  if (editor != nullptr && editor == editor_ && event->type() == QEvent::FocusOut && staysOpen(editor))
+    return false;
   if (editor == nullptr || event->type() != QEvent::KeyPress)
     return QStyledItemDelegate::eventFilter(watched, event);
   auto* key = static_cast<QKeyEvent*>(event);
@@ -106,8 +144,9 @@ bool GridDelegate::eventFilter(QObject* watched, QEvent* event) {
     case Qt::Key_Enter:
     case Qt::Key_Tab:
     case Qt::Key_Backtab: {
+      const QPointer<QLineEdit> alive(editor);
       if (!commit(editor)) return true;
-      close(editor);
+      if (alive != nullptr) close(editor);
       const bool isEnter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
       if (isEnter) {
         Q_EMIT enterPressed();

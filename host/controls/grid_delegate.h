@@ -21,9 +21,13 @@ class GridDelegate : public QStyledItemDelegate {
 
   void setDraw(TDBGridEh::DrawColumnCell draw) { draw_ = std::move(draw); }
   QLineEdit* editor() const { return editor_; }  // null when no cell is edited
-  // Puts the editor's text into the record set; false when it was refused and the user was told.
+  bool hasInput() const;                         // the text of the editor is not what it began with
+  // Puts the editor's text into the record set; false when it was refused and the user was told: the editor
+  // has the focus then, if it is still there.
   bool commit(QLineEdit* editor);
   void close(QLineEdit* editor);
+  // When the focus has just left this editor and its text was refused: gives it the focus back; true then.
+  bool takeBackFocus(const QWidget* editor);
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
@@ -45,6 +49,8 @@ class GridDelegate : public QStyledItemDelegate {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  bool read(QLineEdit* editor);       // commit() without its focus
+  bool staysOpen(QLineEdit* editor);  // asked as the focus leaves it
   void paintFocus(QPainter* painter, const QStyleOptionViewItem& option) const;
   void paintCheckBox(QPainter* painter, QStyleOptionViewItem& option) const;
   void paintButton(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
@@ -57,6 +63,7 @@ class GridDelegate : public QStyledItemDelegate {
   mutable QPointer<QLineEdit> editor_;
   mutable QString shown_;  // what the editor began with: a text that was not touched is not written back
   mutable bool refused_ = false;
+  QPointer<QLineEdit> leftRefused_;  // the focus left it although its text was refused
 };
 
 }  // namespace goodsbook

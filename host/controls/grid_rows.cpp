@@ -53,8 +53,9 @@ void TDBGridEh::Private::setUp() {
   connect(header, &QHeaderView::sectionClicked, q, [this](int column) { sortBy(column); });
   connect(header, &QWidget::customContextMenuRequested, q, [this](QPoint place) { showHeaderMenu(place); });
   connect(delegate, &GridDelegate::enterPressed, q, [this] { goOnFromCell(); });
-  connect(delegate, &GridDelegate::ellipsisClicked, q,
-          [this](int row, const QString& field) { Q_EMIT q->columnButtonClicked(row, field); });
+  connect(delegate, &GridDelegate::ellipsisClicked, q, [this](int row, const QString& field) {
+    if (q->takeCell()) Q_EMIT q->columnButtonClicked(row, field);
+  });
   connect(model, &RecordSetModel::editRefused, q,
           [this](const QString& text) { guarded(q, [&] { DISPINFO(text, 5); }); });
   applyRowHeight();
@@ -87,6 +88,7 @@ void TDBGridEh::Private::setRecordSet(RecordSet* rows) {
 }
 
 void TDBGridEh::Private::afterReset() {
+  q->setTabKeyNavigation(!q->isReadOnly());  // only an open record set tells which cells can be edited
   RecordSet* rows = model->recordSet();
   if (rows == nullptr || !rows->isOpen()) return;
   QStringList fields;
@@ -230,6 +232,7 @@ bool TDBGridEh::Private::handleCellKey(const QKeyEvent& event) {
 bool TDBGridEh::Private::appendAtEnd() {
   RecordSet* rows = model->recordSet();
   if (!allowAppend || q->isReadOnly() || rows == nullptr || !rows->isOpen()) return false;
+  if (!q->takeCell()) return false;
   if (rows->state() == RecordSet::State::Insert && !rows->isModified()) return false;
   if (!guarded(q, [&] { rows->append(); })) return false;
   followRecordSet();

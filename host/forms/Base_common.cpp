@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "host/U_function.h"
+#include "host/controls/TDBGridEh.h"
 #include "host/data/sql_sets.h"
 #include "host/forms/screen_events.h"
 #include "host/lookup/lookup_table.h"
@@ -184,7 +185,11 @@ bool TFrm_Base_Common::leaveFor(QWidget* target) {
 }
 
 bool TFrm_Base_Common::focusMoved(QWidget* from, QWidget* to) {
-  if (loading_ || checking_ || to->objectName() == "btn_Cancel"_L1) return true;
+  for (QWidget* widget = from; widget && widget != this; widget = widget->parentWidget()) {
+    auto* grid = qobject_cast<TDBGridEh*>(widget);
+    if (grid && grid->takeBackFocus(from)) return false;
+  }
+  if (loading_ || checking_ || isCancel(to)) return true;
   QWidget* field = from;
   while (field != this && !exitChecks_.contains(field)) field = field->parentWidget();
   if (field == this || field == to || field->isAncestorOf(to)) return true;

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "host/U_function.h"
 #include "host/controls/TDBGridEh.h"
@@ -25,14 +26,6 @@ bool isInGridEdit(const QWidget* focus) {
             rows->state() == RecordSet::State::Insert);
   }
   return false;
-}
-
-// Ends the editing of a cell, so that its text counts as input.
-void takeCellText(const QWidget* focus) {
-  for (QWidget* widget = focus ? focus->parentWidget() : nullptr; widget && !widget->isWindow();
-       widget = widget->parentWidget()) {
-    if (qobject_cast<TDBGridEh*>(widget)) widget->setFocus();
-  }
 }
 
 constexpr const char* placeProperty = "placeBefore";  // of btn_ok: where the user was before
@@ -75,7 +68,7 @@ OkCancelScreen::OkCancelScreen(QWidget* owner)
   connect(qApp, &QApplication::focusChanged, btn_ok, [ok = btn_ok](QWidget* from, const QWidget* to) {
     if (to == ok) keepPlace(ok, from);
   });
-  onClick(btn_Cancel, [this] { btn_CancelClick(); });
+  onClick(btn_Cancel, [this] { discard(); });
 }
 
 bool OkCancelScreen::okAllowed() const {
@@ -88,7 +81,7 @@ void OkCancelScreen::pressOk() {
   const QPointer<OkCancelScreen> self = this;
   keepPlace(btn_ok, focusWidget());
   const bool ended = guarded(this, [this] {
-    if (leaveFor(btn_ok)) btn_okClick();
+    if (takeCells() && leaveFor(btn_ok)) btn_okClick();
   });
   if (!self) return;
   pressing_ = false;
@@ -98,13 +91,28 @@ void OkCancelScreen::pressOk() {
 
 void OkCancelScreen::reject() {
   guarded(this, [this] {
-    takeCellText(focusWidget());
-    if (hasUnsavedInput() && isVisible() && DISPINFO(tr("资料已更改，是否保存?"), 2) == 'y') {
+    const bool typed = hasUnsavedInput() || std::ranges::any_of(grids(), &TDBGridEh::hasOpenInput);
+    if (typed && isVisible() && DISPINFO(tr("资料已更改，是否保存?"), 2) == 'y') {
       pressOk();
     } else {
-      btn_CancelClick();
+      discard();
     }
   });
+}
+
+QList<TDBGridEh*> OkCancelScreen::grids() const {
+  QList<TDBGridEh*> own = findChildren<TDBGridEh*>();
+  own.removeIf([this](const TDBGridEh* grid) { return grid->window() != window(); });
+  return own;
+}
+
+bool OkCancelScreen::takeCells() {
+  return std::ranges::all_of(grids(), &TDBGridEh::takeCell);
+}
+
+void OkCancelScreen::discard() {
+  for (TDBGridEh* grid : grids()) grid->dropCell();
+  btn_CancelClick();
 }
 
 void OkCancelScreen::setCloseOnly() {

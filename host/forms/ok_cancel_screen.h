@@ -7,6 +7,8 @@
 
 namespace goodsbook {
 
+class TDBGridEh;
+
 // What dialogs and editors share: the body over a row of buttons that ends with OK and Cancel.
 class GOODSBOOKHOST_EXPORT OkCancelScreen : public TFrm_Base_Common {
   Q_OBJECT
@@ -23,6 +25,7 @@ class GOODSBOOKHOST_EXPORT OkCancelScreen : public TFrm_Base_Common {
   void FormKeyDown(QKeyEvent* event) override;  // Esc: reject(); F9, Ctrl+Enter: OK
   void reject() override;  // Esc and the close button: asks first when there is unsaved input
   void pressOk();
+  bool takeCells();     // reads the cells that are being typed into; false when one was refused
   void setCloseOnly();  // OK is gone, Cancel is called what it does then
 
   QHBoxLayout* buttonRow() const { return buttons_; }  // own buttons go left of OK
@@ -30,6 +33,9 @@ class GOODSBOOKHOST_EXPORT OkCancelScreen : public TFrm_Base_Common {
   QPushButton* btn_Cancel;
 
  private:
+  QList<TDBGridEh*> grids() const;
+  void discard();
+
   QHBoxLayout* buttons_;
   bool pressing_ = false;
 };

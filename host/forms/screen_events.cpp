@@ -6,6 +6,8 @@
 #include "host/controls/TDBGridEh.h"
 #include "host/forms/Base_common.h"
 
+using namespace Qt::StringLiterals;
+
 namespace goodsbook {
 
 TFrm_Base_Common* screenOf(QWidget* element) {
@@ -14,6 +16,10 @@ TFrm_Base_Common* screenOf(QWidget* element) {
     if (widget->isWindow()) return nullptr;
   }
   return nullptr;
+}
+
+bool isCancel(const QWidget* element) {
+  return element->objectName() == "btn_Cancel"_L1;
 }
 
 void ScreenEvents::watch() {

@@ -32,4 +32,7 @@ class ScreenEvents : public QObject {
 // The screen that an element belongs to; null for elements of other windows.
 TFrm_Base_Common* screenOf(QWidget* element);
 
+// The button that discards what was typed: nothing is checked on the way to it.
+bool isCancel(const QWidget* element);
+
 }  // namespace goodsbook

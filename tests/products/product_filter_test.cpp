@@ -81,6 +81,7 @@ TEST_F(ProductFilter, BothBoxesAndEmptyFieldsShowAllProducts) {
   EXPECT_EQ(asked(), QString());
   EXPECT_EQ(shown(), (QStringList{u"P1"_s, u"P2"_s}));
   EXPECT_FALSE(listSays(u"●"_s));
+  EXPECT_EQ(text(u"FilterText"_s), QString());
 }
 
 TEST_F(ProductFilter, OnlyInvalidOnes) {
@@ -213,6 +214,24 @@ TEST_F(ProductFilter, TheCategoryHasToExist) {
   EXPECT_EQ(messages().size(), 1U);
   type(u"CLASS_ID"_s, QString());
   EXPECT_EQ(focus(u"Edit3"_s), u"Edit3"_s) << "a blank one asks for nothing";
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(ProductFilter, ACategoryThatThereIsNotIsRefusedByOkToo) {
+  openFilter();
+  type(u"CLASS_ID"_s, u"zzzz"_s);
+  press(u"Esc"_s);
+  ASSERT_EQ(frontClass(), u"TF2101"_s);
+  messages();
+  statements();
+  act(u"Act_Filter"_s);
+  ASSERT_EQ(text(u"CLASS_ID"_s).toLower(), u"zzzz"_s);
+  check(u"YS"_s, false);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{u"商品类型【%1】不存在!"_s.arg(text(u"CLASS_ID"_s))}) << "before anything else";
+  EXPECT_EQ(frontClass(), u"TF2101F"_s);
+  EXPECT_TRUE(get(u"CLASS_ID"_s)["focused"_L1].toBool());
+  EXPECT_EQ(asked(), u"none"_s);
   click(u"btn_Cancel"_s);
 }
 

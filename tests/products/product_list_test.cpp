@@ -145,15 +145,19 @@ TEST_F(ProductList, DeletingSendsTheTemplateWithTheQuotedCode) {
 }
 
 TEST_F(ProductList, TheSettingChoosesTheEditor) {
+  product(u"P1"_s, u"可乐"_s);
   for (const auto& [value, editor] : {std::pair{u"0"_s, u"TF2101A_1"_s},
                                       {u"1"_s, u"TF2101_1"_s},
                                       {u"2"_s, u"TF2101A_3"_s},
                                       {QString(), u"TF2101A_3"_s}}) {
     set(u"GPARAM23"_s, value);
     const int id = open(101)["id"_L1].toInt();
-    act(u"Act_Add"_s);
-    EXPECT_EQ(frontClass(), editor) << value.toStdString();
-    click(u"btn_Cancel"_s);
+    rows(u"DBGridEh"_s);
+    for (const QString& action : {u"Act_Add"_s, u"Act_Edit"_s}) {
+      act(action);
+      EXPECT_EQ(frontClass(), editor) << value.toStdString() << " " << action.toStdString();
+      click(u"btn_Cancel"_s);
+    }
     done({{u"cmd"_s, u"close"_s}, {u"id"_s, id}});
   }
 }

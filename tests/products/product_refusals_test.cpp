@@ -92,6 +92,48 @@ TEST_F(ProductRefusals, ARefusedCategoryHasNoOtherOnesNameBesideIt) {
   click(u"btn_Cancel"_s);
 }
 
+TEST_F(ProductRefusals, ACategoryThatIsGoneRefusesACopyAndAnEdit) {
+  click(u"btn_Cancel"_s);
+  for (const QString& action : {u"Act_CopyAdd"_s, u"Act_Edit"_s}) {
+    SCOPED_TRACE(action.toStdString());
+    act(action);
+    if (action == "Act_CopyAdd"_L1) type(u"Edit1"_s, u"P2"_s);
+    sql(u"delete from D1004 where CLASS_ID='01'"_s);
+    statements();
+    click(u"btn_ok"_s);
+    EXPECT_EQ(messages(), Lines{u"商品分类【01】不存在!"_s});
+    EXPECT_TRUE(focused(u"CLASS_ID"_s));
+    EXPECT_EQ(sent(u"ExecSql"_s).size(), 0);
+    click(u"btn_Cancel"_s);
+    sql(u"insert into D1004 (CLASS_ID,CLASS_NAME,OID) values ('01','饮料','Z')"_s);
+  }
+}
+
+TEST_F(ProductRefusals, APriceThatIsNoNumberIsRefusedWhereF6HidIt) {
+  const std::vector<std::pair<QString, QString>> prices{
+      {u"SJ"_s, u"零售价"_s}, {u"VIPSJ"_s, u"会员价"_s}, {u"pfj"_s, u"批发价"_s}, {u"CGJ"_s, u"采购价"_s}};
+  for (const auto& [price, label] : prices) {
+    SCOPED_TRACE(price.toStdString());
+    type(price, u"-"_s);
+    press(u"F6"_s);
+    focus(u"Edit2"_s);
+    press(u"F6"_s);
+    statements();
+    press(u"F9"_s);
+    EXPECT_EQ(messages(), Lines{label + u"应输入数字!"_s});
+    EXPECT_TRUE(focused(price));
+    EXPECT_EQ(sent(u"ExecSql"_s).size(), 0);
+    type(price, u"1"_s);
+  }
+  type(u"SJ"_s, {});
+  press(u"F6"_s);
+  focus(u"Edit2"_s);
+  press(u"F6"_s);
+  press(u"F9"_s);
+  EXPECT_EQ(messages(), Lines()) << "none may be given";
+  EXPECT_EQ(frontClass(), u"TF2101"_s);
+}
+
 TEST_F(ProductRefusals, ABarcodeThatIsTooLongIsShownInTheBox) {
   press(u"F6"_s);
   cellClick(grid, 0, u"多条码"_s);

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QScrollBar>
 
 #include "host/controls/TDBGridEh.h"
@@ -341,6 +342,88 @@ TEST_F(ProductUnits, EscLeavesTheCellThenTheRowThenTheEditor) {
   press(u"Esc"_s);
   EXPECT_EQ(frontClass(), u"TF2101"_s);
   EXPECT_EQ(messages(), Lines()) << "all of it was taken back";
+}
+
+TEST_F(ProductUnits, ACellThatCannotBeReadStopsTheSaveAndStaysOpen) {
+  const QString told = u"零售价：“-”不是有效的数字"_s;
+  openUnits(u"Act_Edit"_s);
+  const auto isHeld = [&](const Lines& said) {
+    EXPECT_EQ(messages(), said);
+    EXPECT_EQ(sent(u"ExecSql"_s).size(), 0);
+    ASSERT_EQ(frontClass(), u"TF2101_1"_s);
+    EXPECT_EQ(focused(), u"DBGridEh1.SJ"_s);
+    onGui([] { EXPECT_EQ(qobject_cast<QLineEdit*>(QApplication::focusWidget())->text(), u"-"_s); });
+  };
+  cellClick(grid, 0, u"SJ"_s);
+  press(u"-"_s);
+  statements();
+  for (const QString& keys : {u"F9"_s, u"Ctrl+Return"_s, u"Return"_s, u"Tab"_s, u"Ctrl+Tab"_s, u"F6"_s}) {
+    SCOPED_TRACE(keys.toStdString());
+    press(keys);
+    isHeld({told});
+  }
+  for (const QString& element : {u"btn_ok"_s, u"Edit2"_s, u"YS"_s, u"BTN_CHANGE"_s}) {
+    SCOPED_TRACE(element.toStdString());
+    click(element);
+    isHeld({told});
+  }
+  cellClick(grid, 1, u"VIPSJ"_s);
+  isHeld({told});
+  EXPECT_TRUE(get(u"YS"_s)["checked"_L1].toBool()) << "the press did not reach the box";
+  answer({u"y"_s});
+  done({{u"cmd"_s, u"close"_s}});
+  isHeld({u"资料已更改，是否保存?"_s, told});
+  press(u"7"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(sql(u"select SJ from D1801DW where DW_ID='01'"_s), (Table{{u"7"_s}}));
+}
+
+TEST_F(ProductUnits, CancelDropsACellThatCannotBeReadUnasked) {
+  openUnits(u"Act_Edit"_s);
+  cellClick(grid, 0, u"SJ"_s);
+  press(u"-"_s);
+  click(u"btn_Cancel"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(frontClass(), u"TF2101"_s);
+  act(u"Act_Edit"_s);
+  cellClick(grid, 0, u"SJ"_s);
+  press(u"-"_s);
+  answer({u"n"_s});
+  done({{u"cmd"_s, u"close"_s}});
+  EXPECT_EQ(messages(), Lines{u"资料已更改，是否保存?"_s});
+  EXPECT_EQ(frontClass(), u"TF2101"_s);
+  act(u"Act_Edit"_s);
+  onGui([] {
+    EXPECT_EQ(QApplication::activeModalWidget()->findChild<QLineEdit*>(u"DBGridEh1.SJ"_s), nullptr);
+  });
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(ProductUnits, ACellThatIsOpenCountsAsInput) {
+  openUnits(u"Act_Edit"_s);
+  cellClick(grid, 0, u"SJ"_s);
+  press(u"8"_s);
+  answer({u"y"_s});
+  done({{u"cmd"_s, u"close"_s}});
+  EXPECT_EQ(messages(), Lines{u"资料已更改，是否保存?"_s});
+  EXPECT_EQ(sql(u"select SJ from D1801DW where DW_ID='01'"_s), (Table{{u"8"_s}}));
+}
+
+TEST_F(ProductUnits, AreNamedByTheirTitlesInMessages) {
+  openUnits(u"Act_Edit"_s);
+  Lines said;
+  for (const QString& field : {u"ABASE"_s, u"SJ"_s, u"VIPSJ"_s, u"PFJ"_s, u"CGJ"_s}) {
+    cellClick(grid, 0, field);
+    press(u"."_s);
+    press(u"Return"_s);
+    for (const QString& text : messages()) said.push_back(text);
+    press(u"Esc"_s);
+  }
+  EXPECT_EQ(said, (Lines{u"转换率：“.”不是有效的数字"_s, u"零售价：“.”不是有效的数字"_s,
+                         u"会员价：“.”不是有效的数字"_s, u"批发价：“.”不是有效的数字"_s,
+                         u"采购价：“.”不是有效的数字"_s}));
+  click(u"btn_Cancel"_s);
 }
 
 TEST_F(ProductUnits, ShowTheYear) {

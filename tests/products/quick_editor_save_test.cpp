@@ -253,6 +253,26 @@ TEST_F(QuickEditorSave, ABarcodeTakenFromTheCodeGoesWithARefusedSave) {
   EXPECT_EQ(sql(u"select count(*) from D1801"_s), (Table{{u"1"_s}}));
 }
 
+TEST_F(QuickEditorSave, CodesThatWereDeletedMeanwhileAreRefused) {
+  product(u"P1"_s, u"可乐"_s);
+  openList();
+  act(u"Act_CopyAdd"_s);
+  type(u"Edit1"_s, u"P2"_s);
+  type(u"TM"_s, u"70"_s);
+  sql(u"delete from D1004;delete from D1003"_s);
+  statements();
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{u"商品分类【01】不存在!"_s});
+  EXPECT_TRUE(get(u"CLASS_ID"_s)["focused"_L1].toBool());
+  sql(u"insert into D1004 (CLASS_ID,CLASS_NAME,OID) values ('01','饮料','Z')"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines{u"单位【01】不存在!"_s});
+  EXPECT_EQ(sent(u"ExecSql"_s).size(), 0);
+  sql(u"insert into D1003 (dw_id,dw_name) values ('01','瓶')"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines());
+}
+
 TEST_F(QuickEditorSave, AFailingBatchLeavesEverythingAsItWas) {
   product(u"P1"_s, u"可乐"_s);
   openList();

@@ -11,6 +11,7 @@ namespace {
 class QuickEditor : public QuickScreen {};
 
 TEST_F(QuickEditor, TheListChoosesItsEditorByTheSetting) {
+  product(u"P1"_s, u"可乐"_s);
   const std::vector<std::pair<QString, QString>> editors{{u"0"_s, u"TF2101A_1"_s},
                                                          {u"1"_s, u"TF2101_1"_s},
                                                          {u"2"_s, u"TF2101A_3"_s},
@@ -18,10 +19,12 @@ TEST_F(QuickEditor, TheListChoosesItsEditorByTheSetting) {
   for (const auto& [setting, editor] : editors) {
     set(u"GPARAM23"_s, setting);
     openList();
-    act(u"Act_Add"_s);
-    EXPECT_EQ(frontClass(), editor);
-    EXPECT_EQ(caption(), u"商品基本资料"_s);
-    click(u"btn_Cancel"_s);
+    for (const QString& action : {u"Act_Add"_s, u"Act_Edit"_s}) {
+      act(action);
+      EXPECT_EQ(frontClass(), editor) << action.toStdString();
+      EXPECT_EQ(caption(), u"商品基本资料"_s);
+      click(u"btn_Cancel"_s);
+    }
     done({{u"cmd"_s, u"close"_s}});
   }
 }

@@ -1,6 +1,11 @@
 // What hangs on one saved unit: extra barcodes and prices per warehouse; and the change history.
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QHeaderView>
+#include <QTest>
+
+#include "host/controls/TDBGridEh.h"
 #include "tests/products/product_screen.h"
 
 using namespace Qt::StringLiterals;
@@ -160,6 +165,21 @@ TEST_F(UnitDialogs, AnEmptyBoxDeletesAllExtraBarcodes) {
   leave();
 }
 
+TEST_F(UnitDialogs, ClearingAnEmptyBoxChangesNothing) {
+  openDialog(u"多条码"_s);
+  click(u"bsSkinButton1"_s);
+  press(u"Esc"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(frontClass(), u"TF2101_1"_s);
+  sql(u"insert into D1801DWTM values (1,'a1')"_s);
+  reopen(u"多条码"_s);
+  click(u"bsSkinButton1"_s);
+  answer({u"n"_s});
+  press(u"Esc"_s);
+  EXPECT_EQ(messages(), Lines{u"资料已更改，是否保存?"_s});
+  leave();
+}
+
 TEST_F(UnitDialogs, RegionalPricesOfEveryWarehouse) {
   sql(u"insert into D1801DWSJ values (1,'B',5.5,4.5);insert into D1801DWSJ values (2,'A',1,1);"
       "insert into D1007 (CK_ID,CK_NAME,OID) values ('C','三店','Z');"
@@ -265,6 +285,29 @@ TEST_F(UnitDialogs, TypingStartsWithThePriceOfTheFirstWarehouse) {
       batches(),
       Lines{
           u"delete from D1801DWsj where adw=1insert into  D1801DWSJ (ADW,CK_ID,  SJ, VIPSJ) values(1,'A','6','5');"_s});
+  leave();
+}
+
+TEST_F(UnitDialogs, TabGoesFromPriceToPriceAndBack) {
+  openDialog(u"区域售价"_s);
+  for (const QString& key : {u"8"_s, u"Tab"_s, u"7"_s, u"F9"_s}) press(key);
+  EXPECT_EQ(sql(u"select CK_ID,SJ,VIPSJ from D1801DWSJ"_s), (Table{{u"A"_s, u"8"_s, u"7"_s}}));
+  reopen(u"区域售价"_s);
+  for (const QString& key : {u"1"_s, u"Tab"_s, u"2"_s, u"Shift+Backtab"_s, u"3"_s, u"F9"_s}) press(key);
+  EXPECT_EQ(sql(u"select CK_ID,SJ,VIPSJ from D1801DWSJ"_s), (Table{{u"A"_s, u"3"_s, u"2"_s}}));
+  leave();
+}
+
+TEST_F(UnitDialogs, AClickOnATitleLosesNoPriceThatIsBeingTyped) {
+  openDialog(u"区域售价"_s);
+  press(u"8"_s);
+  onGui([] {
+    auto* list = QApplication::activeModalWidget()->findChild<TDBGridEh*>(u"DBGridEh"_s);
+    const QHeaderView* header = list->horizontalHeader();
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, QPoint(5, header->height() / 2));
+  });
+  EXPECT_EQ(rows(u"DBGridEh"_s)[0]["SJ"_L1].toString(), u"8"_s);
+  click(u"btn_Cancel"_s);
   leave();
 }
 

@@ -90,6 +90,21 @@ TEST_F(WarehouseRights, TheDialogListsTheActiveUsers) {
   click(u"btn_Cancel"_s);
 }
 
+TEST_F(WarehouseRights, TabGoesFromTickToTick) {
+  edit();
+  click(u"BTN_QS"_s);
+  done({{u"cmd"_s, u"cellclick"_s},
+        {u"element"_s, u"DBGridEh1"_s},
+        {u"row"_s, rowOf(u"B1"_s)},
+        {u"field"_s, u"R"_s}});
+  press(u"Space"_s);
+  press(u"Tab"_s);
+  press(u"Space"_s);
+  EXPECT_EQ(ticks(), (QStringList{u"A1 R W"_s, u"A2 R"_s, u"B1 R W"_s}));
+  click(u"btn_Cancel"_s);
+  click(u"btn_Cancel"_s);
+}
+
 TEST_F(WarehouseRights, AreWrittenWithTheWarehouseInOneBatch) {
   edit();
   click(u"BTN_QS"_s);

@@ -355,6 +355,21 @@ TEST_F(GridAmongFields, ShiftTabLeavesBeforeTheFirstCell) {
   EXPECT_TRUE(before_.hasFocus());
 }
 
+TEST_F(GridAmongFields, TabKnowsWhatCanBeEditedOfRowsThatAreOpenedLater) {
+  rows.close();
+  grid.setColumns(columns());
+  rows.create(fields());
+  add("A1", "苹果", 3.5, 10, true);
+  rows.first();
+  grid.setSelectedField(u"SJ"_s);
+  key(Qt::Key_Tab);
+  EXPECT_TRUE(grid.hasFocus());
+  EXPECT_EQ(cell(), u"0SL"_s);
+  rows.close();
+  key(Qt::Key_Tab);
+  EXPECT_TRUE(after_.hasFocus()) << "nothing to be edited";
+}
+
 TEST_F(GridAmongFields, CtrlTabLeavesAnywhereAlsoOutOfACell) {
   rows.moveTo(1);
   grid.setSelectedField(u"SJ"_s);
