@@ -1,6 +1,7 @@
 #include "products/jpeg_proof.h"
 
 #include <algorithm>
+#include <array>
 #include <csetjmp>
 #include <cstdio>
 // The library's own order: <cstdio> first, and the numbers of its warnings depend on the version told before.
@@ -14,6 +15,7 @@ namespace goodsbook::picture {
 namespace {
 
 constexpr int longestFilling = 15;  // bytes: what brings a length to a multiple of 16
+constexpr int leastHole = 64;       // bytes
 
 struct Judge : jpeg_error_mgr {
   std::jmp_buf damaged;
@@ -47,6 +49,23 @@ bool isHarmless(const jpeg_decompress_struct& info) {
   }
 }
 
+// Whether a lost part of the file was filled with zeros: they may read as just as many blocks as were lost.
+// Where the shortest code is a coefficient's, so many zeros are blocks full of the same one, which is no
+// picture; elsewhere they may be a plain ground. To be asked when the first scan begins.
+bool hasHole(const jpeg_decompress_struct& info) {
+  const bool oneScan = info.comps_in_scan == info.num_components;
+  if (info.progressive_mode || info.arith_code || !oneScan) return false;
+  const int table = info.cur_comp_info[0]->ac_tbl_no;  // not yet checked
+  const JHUFF_TBL* codes = table < NUM_HUFF_TBLS ? info.ac_huff_tbl_ptrs[table] : nullptr;
+  const bool coefficient = codes != nullptr && (codes->huffval[0] & 0x0f) != 0;
+  if (!coefficient) return false;
+  const JOCTET* begin = info.src->next_input_byte;
+  const JOCTET* behind = begin + info.src->bytes_in_buffer;
+  constexpr std::array<JOCTET, 2> endMarker{0xff, JPEG_EOI};
+  const JOCTET* end = std::search(begin, behind, endMarker.begin(), endMarker.end());
+  return std::search_n(begin, end, leastHole, JOCTET{0}) != end;
+}
+
 void weigh(j_common_ptr info, int level) {
   const bool warning = level < 0;
   if (warning && !isHarmless(*reinterpret_cast<j_decompress_ptr>(info))) stop(info);
@@ -69,6 +88,7 @@ bool isWholeJpeg(const QByteArray& file) {
   jpeg_mem_src(&info, reinterpret_cast<const unsigned char*>(file.constData()),
                static_cast<unsigned long>(file.size()));
   jpeg_read_header(&info, TRUE);
+  if (hasHole(info)) stop(reinterpret_cast<j_common_ptr>(&info));
   // The whole file is read, but only the mean colours of its blocks are made, row by row, in the colours as
   // they are stored: CMYK cannot be converted here.
   info.out_color_space = info.jpeg_color_space;

@@ -55,6 +55,22 @@ class ProductPictures : public ProductScreen {
     EXPECT_TRUE(writer.write(patterned()));
     return bytes;
   }
+  static QByteArray grainyJpeg() {  // as a photograph is
+    QImage image(300, 200, QImage::Format_RGB32);
+    uint seed = 1;
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = 0; x < image.width(); ++x) {
+        seed = seed * 1664525U + 1013904223U;
+        const int grain = static_cast<int>(seed >> 24) % 33;
+        image.setPixel(x, y, qRgb(x / 2 + grain, y + grain, 100 + grain));
+      }
+    }
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    EXPECT_TRUE(image.save(&buffer, "JPEG", 85));
+    return bytes;
+  }
   QString fileOf(const QString& name, const QByteArray& content) {
     QFile file(folder() + u'/' + name);
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
@@ -320,6 +336,11 @@ TEST_F(ProductPictures, ADamagedJpegWithAnEndIsToldAndChangesNothing) {
       EXPECT_EQ(messages(), Lines{u"图片已损坏，不能打开："_s + path}) << progressive;
     }
   }
+  // Here the zeros read as just as many blocks as they replace: the decoder has nothing to complain of.
+  const QString hole = fileOf(u"hole.jpg"_s, filled(grainyJpeg(), [](int) { return '\0'; }));
+  pick(hole);
+  act(u"N1"_s);
+  EXPECT_EQ(messages(), Lines{u"图片已损坏，不能打开："_s + hole});
   click(u"btn_ok"_s);
   EXPECT_EQ(stored(u"P1"_s), u"NULL"_s);
 }
@@ -337,6 +358,7 @@ TEST_F(ProductPictures, AWholeJpegIsTakenWhateverItsWriterLeftInIt) {
   const QString fixtures = QStringLiteral(GOODSBOOK_SOURCE_DIR "/tests/products/fixtures/");
   const QStringList files{fileOf(u"whole.jpg"_s, whole),
                           fileOf(u"progressive.jpg"_s, jpeg(true)),
+                          fileOf(u"grainy.jpg"_s, grainyJpeg()),
                           fileOf(u"behind.jpg"_s, whole + QByteArray(5000, '\x5a') + end),
                           fileOf(u"between.jpg"_s, QByteArray(whole).insert(tables, QByteArray(2, '\0'))),
                           fileOf(u"filled.jpg"_s, whole.chopped(2) + QByteArray(12, '\0') + end),
