@@ -1,6 +1,9 @@
 #include "engine/compile/row_order.h"
 
 #include <algorithm>
+#include <functional>
+#include <map>
+#include <optional>
 
 #include "engine/compile/nodes.h"
 
@@ -18,34 +21,54 @@ const BoundSource* firstTable(const BoundFrom& from) {
   return source.query ? nullptr : &source;
 }
 
-// Whether SQLite can start from the rows of a table that a condition lets through: `indexed column = value`,
-// or its rows among those of a query.
-bool canStartFrom(const Node& condition, int source, const TableInfo& table) {
-  const auto isColumn = [&](const Node& node) {
-    const auto* column = std::get_if<ColumnNode>(&node.content);
-    return column != nullptr && column->source == source ? column : nullptr;
-  };
-  if (const auto* in = std::get_if<InQueryNode>(&condition.content)) return isColumn(*in->operand) != nullptr;
+using Conjunct = std::function<bool(const Node&)>;
+
+bool anyConjunct(const Node& condition, const Conjunct& holds) {
   const auto* infix = std::get_if<InfixNode>(&condition.content);
-  if (infix == nullptr) return false;
-  if (infix->op == "AND")
-    return std::any_of(infix->operands.begin(), infix->operands.end(),
-                       [&](const NodePtr& part) { return canStartFrom(*part, source, table); });
-  const ColumnNode* column = infix->op == "=" ? isColumn(*infix->operands.front()) : nullptr;
-  if (column == nullptr || std::holds_alternative<ColumnNode>(infix->operands[1]->content)) return false;
-  const auto at = table.find(column->column);
-  return at && std::find(table.indexed.begin(), table.indexed.end(), *at) != table.indexed.end();
+  if (infix == nullptr || infix->op != "AND") return holds(condition);
+  return std::any_of(infix->operands.begin(), infix->operands.end(),
+                     [&](const NodePtr& part) { return anyConjunct(*part, holds); });
 }
 
-bool speaksOfOthers(const Node& condition, int source) {
-  bool others = false;
-  walkNode(condition, [&](const Node& part) {
-    const auto* column = std::get_if<ColumnNode>(&part.content);
-    others = others || !isSimple(part) || (column != nullptr && column->source != source);
-    return !others;
-  });
-  return others;
+bool isRowsOfQuery(const Node& condition) {
+  const auto* in = std::get_if<InQueryNode>(&condition.content);
+  return in != nullptr && std::holds_alternative<ColumnNode>(in->operand->content);
 }
+
+// Tells the tables of a join for `indexed column = value`.
+class Indexes {
+ public:
+  Indexes(const BoundFrom& from, const Catalog& catalog) { collect(from, catalog); }
+
+  // The source whose index finds the rows of such a condition.
+  std::optional<int> sourceOf(const Node& condition) const {
+    const auto* infix = std::get_if<InfixNode>(&condition.content);
+    if (infix == nullptr || infix->op != "=") return std::nullopt;
+    const auto* column = std::get_if<ColumnNode>(&infix->operands[0]->content);
+    if (column == nullptr || std::holds_alternative<ColumnNode>(infix->operands[1]->content))
+      return std::nullopt;
+    const auto table = tables_.find(column->source);
+    if (table == tables_.end()) return std::nullopt;
+    const auto at = table->second->find(column->column);
+    const auto& indexed = table->second->indexed;
+    if (!at || std::find(indexed.begin(), indexed.end(), *at) == indexed.end()) return std::nullopt;
+    return column->source;
+  }
+
+ private:
+  void collect(const BoundFrom& from, const Catalog& catalog) {
+    if (const auto* join = std::get_if<BoundJoin>(&from.content)) {
+      collect(*join->left, catalog);
+      collect(*join->right, catalog);
+      return;
+    }
+    const auto& source = std::get<BoundSource>(from.content);
+    if (const TableInfo* table = source.query ? nullptr : catalog.findTable(source.table))
+      tables_[source.id] = table;
+  }
+
+  std::map<int, const TableInfo*> tables_;
+};
 
 // SQLite reads the tables of a CROSS JOIN in the order in which they are written.
 void readAsWritten(BoundFrom& from) {
@@ -65,13 +88,15 @@ void keepRowOrder(BoundQuery& query, const Catalog& catalog) {
   const BoundSource* first = firstTable(*select->from.front());
   const TableInfo* table = first == nullptr ? nullptr : catalog.findTable(first->table);
   if (table == nullptr) return;
-  // Few rows are sorted in no time; all rows of a large list had better come in their order.
-  const bool isSorted = select->where && (canStartFrom(*select->where, first->id, *table) ||
-                                          speaksOfOthers(*select->where, first->id));
-  if (isSorted)
+  const Indexes indexes(*select->from.front(), catalog);
+  const auto finds = [&](const Conjunct& holds) {
+    return select->where && anyConjunct(*select->where, holds);
+  };
+  if (finds([&](const Node& part) { return isRowsOfQuery(part) || indexes.sourceOf(part) == first->id; }))
+    // Few rows are sorted in no time.
     query.orderBy.push_back({.node = makeNode(ColumnNode{first->id, table->rowName})});
-  else
-    readAsWritten(*select->from.front());
+  else if (!finds([&](const Node& part) { return indexes.sourceOf(part).has_value(); }))
+    readAsWritten(*select->from.front());  // all rows of a large list had better come in their order
 }
 
 }  // namespace goodsbook::engine

@@ -16,6 +16,7 @@
 namespace goodsbook::engine {
 namespace {
 
+constexpr int stoppedByUser = 3617;
 constexpr int pagesBeforeCheckpoint = 1000;  // SQLite's own measure
 
 class EmbeddedConnection;
@@ -193,12 +194,16 @@ class EmbeddedConnection final : public Connection {
     state_.refresh(*main_);
   }
 
+  // What was to stop the statement may strike the rollback too. After any other failure SQLite has ended the
+  // transaction by itself.
   static void endTransaction(Session& session) noexcept {
-    try {
-      session.run(Session::Own::Rollback);
-    } catch (const SqlError&) {
-      // SQLite has ended it by itself.
-      return;
+    bool stopped = true;
+    while (stopped && sqlite3_get_autocommit(session.db()) == 0) {
+      try {
+        session.run(Session::Own::Rollback);
+      } catch (const SqlError& error) {
+        stopped = error.diagnostic().number == stoppedByUser;
+      }
     }
   }
 

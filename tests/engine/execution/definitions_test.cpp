@@ -313,11 +313,14 @@ TEST(Plans, EveryFilterKeepsTheOrderOfTheProductsWhicheverTableItSearches) {
       "d1801dw.dw_id=d1003.dw_id and (D1801DW.T=1)";
   const Rows all{{"3"}, {"1"}, {"4"}, {"2"}};
   for (const char* filter :
-       {"", " where D1801.WL_YS='1'", " where D1801.WL_GG LIKE '%m%'", " where D1801DW.TM='69'",
-        " where D1003.DW_NAME LIKE '%瓶%'", " where ((D1801DW.TM LIKE '%6%') or (D1801.WL_ID LIKE '%6%'))",
+       {"", " where D1801.WL_YS='1'", " where D1801.WL_GG LIKE '%m%'", " where D1003.DW_NAME LIKE '%瓶%'",
+        " where ((D1801DW.TM LIKE '%6%') or (D1801.WL_ID LIKE '%6%'))",
+        " where ((D1801DW.TM='69') or (D1801.WL_ID='69'))",
         " where D1801.WL_ID in (select WL_ID from D1801DW)"})
     EXPECT_EQ(session.rows(list + filter), all) << filter;
   EXPECT_EQ(session.rows(list + " where D1801.CLASS_ID='02'"), (Rows{{"3"}, {"4"}, {"2"}}));
+  EXPECT_EQ(session.rows(list + " where D1801DW.TM='69'"), (Rows{{"4"}, {"2"}, {"1"}, {"3"}}))
+      << "the rows of a later table, asked for by its key";
   for (const char* filter : {"", " where D1801.WL_YS='1'"}) {
     const std::string plan = planOf(session, emittedSql(session.connection(), list + filter));
     EXPECT_EQ(plan.find("TEMP B-TREE"), std::string::npos) << "a large list is not sorted:\n" << plan;
