@@ -1,4 +1,7 @@
 #include <QApplication>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
 
 #include "app/appearance.h"
 #include "app/commands/barcode_library_command.h"
@@ -10,6 +13,7 @@
 #include "app/commands/schema_command.h"
 #include "app/commands/sql_command.h"
 #include "app/commands/tour_command.h"
+#include "host/data/odbc/loose_work.h"
 
 using namespace Qt::StringLiterals;
 
@@ -60,6 +64,14 @@ Command windowCommand(const QByteArray& name) {
   return nullptr;
 }
 
+// A driver that a frozen server keeps is not waited for, and nothing is unloaded under its feet.
+int left(int status) {
+  constexpr std::chrono::milliseconds patience{500};
+  if (goodsbook::looseWorkEnds(patience)) return status;
+  std::fflush(nullptr);
+  std::_Exit(status);
+}
+
 // The arguments behind the command's name.
 QStringList argumentsFrom(int first) {
   return QCoreApplication::arguments().mid(first);
@@ -83,7 +95,7 @@ int main(int argc, char** argv) {
   if (const Command command = consoleCommand(name)) {
     const QCoreApplication application(argc, argv);
     useChineseTexts();
-    return command(argumentsFrom(2));
+    return left(command(argumentsFrom(2)));
   }
   const Command command = windowCommand(name);
   if (!command) {
@@ -96,5 +108,5 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   setUpAppearance();
   const bool named = !name.isEmpty() && !name.startsWith('-');
-  return command(argumentsFrom(named ? 2 : 1));
+  return left(command(argumentsFrom(named ? 2 : 1)));
 }

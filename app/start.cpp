@@ -8,6 +8,7 @@
 #include "app/sign_in/users.h"
 #include "host/U_function.h"
 #include "host/U_glo.h"
+#include "host/controls/window_attendant.h"
 #include "host/data/errors.h"
 #include "host/data/sql_sets.h"
 
@@ -47,7 +48,7 @@ std::unique_ptr<Database> openDatabase(const QString& database, Desktop& desktop
   if (!ServerAddress::isAddress(database)) {
     return openEmbeddedDatabase(database, {.clock = [&desktop] { return desktop.now(); }});
   }
-  auto server = openServerDatabase(ServerAddress::parse(database), login);
+  auto server = openServerDatabase(ServerAddress::parse(database), login, {.attend = attendInWindow()});
   const ServerCheck checked = checkSchema(*server);
   if (checked.problem != ServerProblem::None) throw StartError(checked.text);
   return server;

@@ -42,7 +42,9 @@ std::optional<int> readDriveOptions(const QStringList& arguments, DriveOptions& 
   const QCommandLineOption user(u"user"_s, Texts::tr("登录用户"), u"ID"_s, options.user);
   const QCommandLineOption password(u"password"_s, Texts::tr("该用户的密码"), u"TEXT"_s);
   const QCommandLineOption set(u"set"_s, Texts::tr("本次运行的系统参数，可多次"), u"NAME=VALUE"_s);
-  const QCommandLineOption today(u"today"_s, Texts::tr("程序时钟从这一天或时刻开始"), u"DATE"_s);
+  const QCommandLineOption today(
+      u"today"_s, Texts::tr("程序时钟从这一天或时刻开始；服务器的 GETDATE() 仍是服务器自己的时刻"),
+      u"DATE"_s);
   parser.addOptions({programDir, user, password, set, today});
   if (const auto status = readArguments(parser, arguments)) return status;
   if (!parser.positionalArguments().isEmpty()) {

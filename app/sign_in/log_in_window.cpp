@@ -25,6 +25,20 @@ namespace goodsbook {
 
 namespace {
 constexpr int rememberedDatabases = 8;
+
+// An address has words that only a driver reads, and the telling ones behind them.
+QString labelOf(const QString& database) {
+  try {
+    if (ServerAddress::isAddress(database)) return ServerAddress::parse(database).displayName();
+  } catch (const EDatabaseError&) {
+    return database;  // the settings file was written by hand
+  }
+  return database;
+}
+
+QString givenUp() {
+  return LogInWindow::tr("已取消，没有连接到服务器");
+}
 }  // namespace
 
 LogInWindow::LogInWindow(QString programDir, DesktopMaker makeDesktop, QWidget* parent)
@@ -40,8 +54,12 @@ LogInWindow::LogInWindow(QString programDir, DesktopMaker makeDesktop, QWidget* 
   setWindowTitle(tr("登录 - 商品账本"));
   build();
   const QStringList known = programSettings(programDir_)->value("LogIn/databases"_L1).toStringList();
-  database_->addItems(known.isEmpty() ? QStringList(defaultDatabase(programDir_)) : known);
-  connect(database_, &QComboBox::activated, this, [this] { chooseDatabase(database_->currentText()); });
+  for (auto database = known.crbegin(); database != known.crend(); ++database) listed(*database);
+  if (known.isEmpty()) listed(defaultDatabase(programDir_));
+  database_->setCurrentIndex(0);
+  database_->setToolTip(chosen());
+  connect(database_, &QComboBox::activated, this, [this] { chooseDatabase(chosen()); });
+  connect(database_, &QComboBox::currentIndexChanged, this, [this] { database_->setToolTip(chosen()); });
   connect(ok_, &QPushButton::clicked, this, &LogInWindow::logIn);
   connect(user_, &QComboBox::activated, this, [this] { password_->setFocus(); });
 }
@@ -114,11 +132,23 @@ void LogInWindow::build() {
   all->addLayout(buttons);
 }
 
+int LogInWindow::listed(const QString& database) {
+  const int known = database_->findData(database);
+  if (known >= 0) return known;
+  database_->insertItem(0, labelOf(database), database);
+  database_->setItemData(0, database, Qt::ToolTipRole);
+  return 0;
+}
+
+QString LogInWindow::chosen() const {
+  return database_->currentData().toString();
+}
+
 void LogInWindow::chooseDatabase(const QString& database) {
-  const int known = database_->findText(database);
-  if (known < 0) database_->insertItem(0, database);
-  database_->setCurrentIndex(known < 0 ? 0 : known);
+  database_->setCurrentIndex(listed(database));
   session_.reset();
+  user_->clear();
+  password_->clear();
   problem_->hide();
   try {
     if (ServerAddress::isAddress(database) && serverLogin_.user.isEmpty() &&
@@ -132,6 +162,9 @@ void LogInWindow::chooseDatabase(const QString& database) {
   } catch (const EDatabaseError& error) {
     session_.reset();
     showProblem(error.text);
+  } catch (const EAbort&) {
+    session_.reset();
+    showProblem(givenUp());
   }
   user_->setEnabled(session_ != nullptr);
   password_->setEnabled(session_ != nullptr);
@@ -139,7 +172,6 @@ void LogInWindow::chooseDatabase(const QString& database) {
 }
 
 void LogInWindow::listUsers() {
-  user_->clear();
   for (const User& user : Users(session_->database()).active())
     user_->addItem(user.id + u"  "_s + user.name, user.id);
   chooseUser(programSettings(programDir_)->value("LogIn/user"_L1, u"ADMIN"_s).toString());
@@ -153,9 +185,9 @@ void LogInWindow::chooseUser(const QString& id) {
 
 void LogInWindow::browse() {
   // Naming a file that does not exist makes a new database; an existing one is opened, never overwritten.
-  const QString path = QFileDialog::getSaveFileName(
-      this, tr("数据库文件"), QFileInfo(database_->currentText()).path(), tr("数据库 (*.db);;所有文件 (*)"),
-      nullptr, QFileDialog::DontConfirmOverwrite);
+  const QString path = QFileDialog::getSaveFileName(this, tr("数据库文件"), QFileInfo(chosen()).path(),
+                                                    tr("数据库 (*.db);;所有文件 (*)"), nullptr,
+                                                    QFileDialog::DontConfirmOverwrite);
   if (!path.isEmpty()) chooseDatabase(path);
 }
 
@@ -163,8 +195,7 @@ void LogInWindow::chooseServer() {
   const auto settings = programSettings(programDir_);
   ServerAddress known;
   try {
-    if (ServerAddress::isAddress(database_->currentText()))
-      known = ServerAddress::parse(database_->currentText());
+    if (ServerAddress::isAddress(chosen())) known = ServerAddress::parse(chosen());
   } catch (const EDatabaseError&) {
     known = {};  // the settings file was written by hand
   }
@@ -182,7 +213,15 @@ void LogInWindow::chooseServer() {
 
 bool LogInWindow::trySigningIn() {
   if (!session_ || user_->currentIndex() < 0) return false;
-  if (Users(session_->database()).hasPassword(user_->currentData().toString())) return false;
+  try {
+    if (Users(session_->database()).hasPassword(user_->currentData().toString())) return false;
+  } catch (const EDatabaseError& error) {
+    showProblem(error.text);
+    return false;
+  } catch (const EAbort&) {
+    showProblem(givenUp());
+    return false;
+  }
   logIn();
   return result() == Accepted;
 }
@@ -200,6 +239,8 @@ void LogInWindow::logIn() {
     password_->selectAll();
   } catch (const EDatabaseError& error) {
     showProblem(error.text);
+  } catch (const EAbort&) {
+    showProblem(givenUp());
   }
 }
 
@@ -211,11 +252,11 @@ void LogInWindow::showProblem(const QString& text) {
 void LogInWindow::remember() {
   const auto settings = programSettings(programDir_);
   QStringList databases = settings->value("LogIn/databases"_L1).toStringList();
-  databases.removeAll(database_->currentText());
-  databases.prepend(database_->currentText());
+  databases.removeAll(chosen());
+  databases.prepend(chosen());
   settings->setValue("LogIn/databases"_L1, QStringList(databases.mid(0, rememberedDatabases)));
   // Never its password.
-  if (ServerAddress::isAddress(database_->currentText()) && !serverLogin_.user.isEmpty()) {
+  if (ServerAddress::isAddress(chosen()) && !serverLogin_.user.isEmpty()) {
     settings->setValue("LogIn/serverUser"_L1, serverLogin_.user);
   }
   settings->setValue("LogIn/user"_L1, user_->currentData().toString());

@@ -27,7 +27,8 @@ class LogInWindow : public QDialog {
   LogInWindow(QString programDir, DesktopMaker makeDesktop, QWidget* parent = nullptr);
   ~LogInWindow() override;
 
-  // Offers this database and lists its users; what is wrong with it is shown in the window.
+  // Offers this database and lists its users; what is wrong with it is shown in the window. Waiting for a
+  // server can be given up.
   // A server is tried only when it is known who the program is towards it.
   void chooseDatabase(const QString& database);
   void chooseUser(const QString& id);
@@ -40,6 +41,8 @@ class LogInWindow : public QDialog {
 
  private:
   void build();
+  int listed(const QString& database);  // its place in the list, in front where it is new
+  QString chosen() const;               // the file or the server's address
   void browse();
   void chooseServer();
   void listUsers();

@@ -17,4 +17,5 @@ target_sources(goodsbookhost PRIVATE
   controls/progress.h controls/progress.cpp
   controls/storage.h controls/storage.cpp
   controls/TASQLite3.h controls/TASQLite3.cpp
+  controls/window_attendant.h controls/window_attendant.cpp
 )

@@ -7,6 +7,7 @@ target_sources(goodsbookhost PRIVATE
   data/database.cpp data/database.h
   data/beside.h
   data/retry.h
+  data/server_attendant.h
   data/server_check.cpp data/server_database.h
   data/odbc/blob_update.cpp data/odbc/blob_update.h
   data/odbc/connect_problem.cpp data/odbc/connect_problem.h
@@ -14,11 +15,14 @@ target_sources(goodsbookhost PRIVATE
   data/odbc/connection_text.cpp data/odbc/connection_text.h
   data/odbc/dialect.cpp data/odbc/dialect.h
   data/odbc/installed_drivers.cpp
+  data/odbc/loose_work.cpp data/odbc/loose_work.h
   data/odbc/odbc_connection.cpp data/odbc/odbc_connection.h
   data/odbc/odbc_database.cpp data/odbc/odbc_database.h
   data/odbc/odbc_handle.cpp data/odbc/odbc_handle.h
   data/odbc/odbc_messages.cpp data/odbc/odbc_messages.h
   data/odbc/odbc_pool.cpp data/odbc/odbc_pool.h
+  data/odbc/odbc_reading.cpp data/odbc/odbc_reading.h
+  data/odbc/odbc_wait.cpp data/odbc/odbc_wait.h
   data/odbc/row_block.cpp data/odbc/row_block.h
   data/odbc/server_address.cpp data/odbc/server_address.h
   data/odbc/wide_text.cpp data/odbc/wide_text.h

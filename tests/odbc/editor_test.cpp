@@ -2,6 +2,7 @@
 #include <QProgressDialog>
 #include <QPushButton>
 
+#include "host/controls/window_attendant.h"
 #include "host/forms/Base_detail.h"
 #include "host/forms/Base_outer.h"
 #include "host/forms/form_builder.h"
@@ -59,9 +60,10 @@ class EditorTest : public ServerTest, protected FormWorldSteps {
     relay_ = std::make_unique<Relay>(server().port());
     auto desktop = std::make_unique<QuietDesktop>(QDateTime(QDate(2026, 11, 20), QTime(10, 11, 12)));
     desktop_ = desktop.get();
-    session_ = std::make_unique<Session>(
-        openServerDatabase(server().address(relay_->port()), server().login(), {.connectSeconds = 5}),
-        std::move(desktop), folder_.path());
+    session_ =
+        std::make_unique<Session>(openServerDatabase(server().address(relay_->port()), server().login(),
+                                                     {.connectSeconds = 5, .attend = attendInWindow()}),
+                                  std::move(desktop), folder_.path());
     Trecord record;
     record.setModule(103);
     record.setRight(Trecord::addRight, true);
@@ -133,6 +135,73 @@ TEST_F(EditorTest, ARefreshOverALostConnectionIsToldOnceAndTheRowsStay) {
   list_->action(u"Act_Refresh"_s)->trigger();
   EXPECT_EQ(desktop_->messages.size(), 1);
   EXPECT_EQ(list_->AdoQry_Main.rowCount(), 2);
+}
+
+QProgressDialog* waitBox() {
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    auto* box = qobject_cast<QProgressDialog*>(widget);
+    if (box && box->isVisible() && box->objectName() == "ServerWait"_L1) return box;
+  }
+  return nullptr;
+}
+
+TEST_F(EditorTest, ASaveThatTakesLongShowsABoxThatNothingClosesAndTheInputWaits) {
+  bool seen = false;
+  whileModal([this] { list_->action(u"Act_Add"_s)->trigger(); },
+             [&] {
+               UnitEditor& editor = *list_->editor;
+               editor.setText(u"Edit1"_s, u"KG"_s);
+               QTimer look;
+               QObject::connect(&look, &QTimer::timeout, &editor, [&] {
+                 QProgressDialog* box = waitBox();
+                 if (!box || seen) return;
+                 seen = true;
+                 EXPECT_FALSE(box->findChild<QPushButton*>());
+                 EXPECT_EQ(QApplication::activeModalWidget(), box);
+                 QTest::keyClick(box, Qt::Key_Escape);
+                 box->close();
+                 EXPECT_TRUE(box->isVisible());
+                 ASSERT_TRUE(QApplication::overrideCursor());
+                 EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+                 relay_->freeze(false);
+               });
+               look.start(10);
+               relay_->freezeAt("insert into D1003");
+               pressOk();
+             });
+  EXPECT_TRUE(seen);
+  EXPECT_FALSE(waitBox());
+  EXPECT_FALSE(QApplication::overrideCursor());
+  EXPECT_TRUE(desktop_->messages.isEmpty()) << desktop_->messages.join(u'|').toStdString();
+  EXPECT_EQ(units(), u"KG"_s);
+  EXPECT_EQ(list_->AdoQry_Main.rowCount(), 1);
+}
+
+TEST_F(EditorTest, ConnectingAgainForASaveCanBeGivenUpAndTheInputStays) {
+  whileModal([this] { list_->action(u"Act_Add"_s)->trigger(); },
+             [&] {
+               UnitEditor& editor = *list_->editor;
+               editor.setText(u"Edit1"_s, u"KG"_s);
+               relay_->breakAll();
+               pressOk();
+               desktop_->messages.clear();
+               relay_->freeze(true);
+               QTimer look;
+               QObject::connect(&look, &QTimer::timeout, &editor, [] {
+                 if (QProgressDialog* box = waitBox()) box->findChild<QPushButton*>()->click();
+               });
+               look.start(10);
+               QElapsedTimer clock;
+               clock.start();
+               pressOk();
+               EXPECT_LT(clock.elapsed(), 4'000);
+               EXPECT_TRUE(desktop_->messages.isEmpty()) << desktop_->messages.join(u'|').toStdString();
+               EXPECT_TRUE(editor.isVisible());
+               EXPECT_EQ(editor.text(u"Edit1"_s), u"KG"_s);
+               relay_->freeze(false);
+               pressOk();
+             });
+  EXPECT_EQ(units(), u"KG"_s);
 }
 
 TEST_F(EditorTest, ASlowListShowsProgressThatCancels) {

@@ -1,3 +1,5 @@
+#include <QElapsedTimer>
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <future>
@@ -134,6 +136,93 @@ TEST_F(LostConnectionTest, AnotherSaveAfterADoubtfulOneIsSent) {
   relay_->refuse(false);
   database().save(u"insert into goods values (2,'梨')"_s, {u"ADMIN"_s, u"103"_s, u"02"_s, u"Add"_s});
   EXPECT_EQ(goods(), u"2"_s);
+}
+
+class FrozenServerTest : public LostConnectionTest {
+ protected:
+  // Somebody who sits before a window, without one.
+  class Patient : public ServerAttendant {
+   public:
+    bool goesOn() override { return true; }
+  };
+  void SetUp() override {
+    LostConnectionTest::SetUp();
+    const AttendantMaker attend = [this](const QString&, bool mayGiveUp) {
+      offers_.push_back(mayGiveUp);
+      return std::make_unique<Patient>();
+    };
+    database_ = openServerDatabase(server().address(relay_->port()), server().login(),
+                                   {.connectSeconds = 1, .saveSeconds = 1, .attend = attend});
+    offers_.clear();
+  }
+  std::vector<bool> offers_;  // to give the waits up
+};
+
+TEST_F(FrozenServerTest, ASaveGivesUpAfterAWhileAndIsSavedOnceLater) {
+  for (const char* step : {"BEGIN", "insert into goods", "insert into SYS_AUDIT"}) {
+    SCOPED_TRACE(step);
+    relay_->freezeAt(step);
+    QElapsedTimer clock;
+    clock.start();
+    const EDatabaseError error = failure([&] { save(); });
+    EXPECT_EQ(error.number, lost) << error.what();
+    EXPECT_TRUE(error.text.contains(u"秒内没有回答"_s)) << error.what();
+    EXPECT_LT(clock.elapsed(), 6'000);
+    EXPECT_FALSE(database().inTransaction());
+    relay_->freeze(false);
+  }
+  EXPECT_EQ(std::count(offers_.begin(), offers_.end(), true), 2);  // to connect again
+  save();
+  EXPECT_EQ(goods(), u"1"_s);
+  EXPECT_EQ(lines(), u"1"_s);
+}
+
+TEST_F(FrozenServerTest, ASaveThatFreezesInItsCommitIsLookedUpAndNoWaitOfItIsGivenUp) {
+  relay_->freezeAt("COMMIT");
+  const EDatabaseError error = failure([&] { save(); });
+  EXPECT_TRUE(error.text.contains(u"不会重复保存"_s)) << error.what();
+  EXPECT_EQ(std::count(offers_.begin(), offers_.end(), true), 0);
+  relay_->freeze(false);
+  save();
+  EXPECT_EQ(goods(), u"1"_s);
+  EXPECT_EQ(lines(), u"1"_s);
+}
+
+TEST_F(FrozenServerTest, WhatEventsBeginInTheMiddleOfASaveReadsBesideItAndDoesNotWrite) {
+  class Busy : public ServerAttendant {
+   public:
+    explicit Busy(std::function<void()> work) : work_(std::move(work)) {}
+    bool goesOn() override {
+      if (const auto work = std::exchange(work_, {})) work();
+      return true;
+    }
+
+   private:
+    std::function<void()> work_;
+  };
+  struct Integers : engine::ResultSink {
+    void beginSet(std::span<const engine::Column>) override {}
+    void row(const engine::Row& row) override { values.push_back(row.integer(0)); }
+    std::vector<std::int64_t> values;
+  };
+  int waits = 0;
+  const auto meanwhile = [&] {
+    if (!database().inTransaction()) return;
+    ++waits;
+    Integers read;
+    database().query(u"select 7"_s, read);
+    EXPECT_EQ(read.values, std::vector<std::int64_t>{7});
+    EXPECT_TRUE(database().openCursor(u"select 8"_s)->next());
+    EXPECT_TRUE(failure([&] { run(u"insert into goods values (9,'x')"_s); }).text.contains(u"没有做完"_s));
+    EXPECT_TRUE(failure([&] { save(); }).text.contains(u"没有做完"_s));
+  };
+  database_ =
+      openServerDatabase(server().address(), server().login(),
+                         {.attend = [&](const QString&, bool) { return std::make_unique<Busy>(meanwhile); }});
+  database().save(u"insert into goods values (1,'a'); select pg_sleep(0.2)"_s,
+                  {u"ADMIN"_s, u"103"_s, u"01"_s, u"Add"_s});
+  EXPECT_GT(waits, 0);
+  EXPECT_EQ(goods(), u"1"_s);
 }
 
 TEST_F(LostConnectionTest, AListThatBreaksOffSaysSo) {

@@ -4,6 +4,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include "host/data/odbc/loose_work.h"
+
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   // The server's cluster in memory, or the disk sets the pace.
@@ -14,5 +16,7 @@ int main(int argc, char** argv) {
   QStandardPaths::setTestModeEnabled(true);
   const QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
-  return RUN_ALL_TESTS();
+  const int status = RUN_ALL_TESTS();
+  goodsbook::looseWorkEnds(std::chrono::seconds(10));  // before the drivers are unloaded under it
+  return status;
 }

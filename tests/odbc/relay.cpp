@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <stdexcept>
 #include <vector>
 
@@ -71,6 +72,19 @@ void Relay::breakAt(const std::string& words, Moment moment) {
   moment_ = moment;
 }
 
+void Relay::freezeAt(const std::string& words) {
+  const std::scoped_lock lock(mutex_);
+  freezingWords_ = words;
+}
+
+// Whether the connection goes on then.
+bool Relay::waitsForThaw(int born) const {
+  while (frozen_ && !stop_ && generation_ == born) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(lookMilliseconds));
+  }
+  return !stop_ && generation_ == born;
+}
+
 int Relay::passed(const std::string& words) {
   const std::scoped_lock lock(mutex_);
   int count = 0;
@@ -93,6 +107,10 @@ void Relay::listen() {
 
 bool Relay::meets(const std::string& bytes) {
   const std::scoped_lock lock(mutex_);
+  if (!freezingWords_.empty() && bytes.find(freezingWords_) != std::string::npos) {
+    freezingWords_.clear();
+    frozen_ = true;
+  }
   if (words_.empty() || bytes.find(words_) == std::string::npos) return false;
   words_.clear();
   if (refuseAfterBreak_.exchange(false)) refusing_ = true;
@@ -108,9 +126,11 @@ void Relay::serve(int client) {
   while (open && !stop_ && generation_ == born) {
     std::array<pollfd, 2> both = {{{client, POLLIN, 0}, {server, POLLIN, 0}}};
     if (poll(both.data(), both.size(), lookMilliseconds) <= 0) continue;
+    if (!waitsForThaw(born)) break;
     if (both[0].revents != 0) {
       const std::string bytes = take(client);
       const bool met = meets(bytes);
+      if (!waitsForThaw(born)) break;
       if (met && moment_ == Moment::BeforeSending) {
         ++broken_;
         break;

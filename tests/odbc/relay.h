@@ -21,6 +21,10 @@ class Relay {
   int port() const { return port_; }
 
   enum class Moment { BeforeSending, BeforeAnswer };
+  // Nothing passes, on any connection, until it is called with false; new ones are taken all the same.
+  void freeze(bool on) { frozen_ = on; }
+  // The same from the moment on when somebody sends `words`, before they reach the server.
+  void freezeAt(const std::string& words);
   // Breaks the connection that sends `words`, once: before they reach the server, or after the server has
   // answered and before the answer arrives. Whoever connects afterwards gets through.
   void breakAt(const std::string& words, Moment moment);
@@ -38,6 +42,7 @@ class Relay {
   void listen();
   void serve(int client);
   bool meets(const std::string& bytes);
+  bool waitsForThaw(int born) const;
 
   int serverPort_;
   int listener_ = -1;
@@ -45,10 +50,12 @@ class Relay {
   std::atomic<bool> stop_ = false;
   std::atomic<bool> refusing_ = false;
   std::atomic<bool> refuseAfterBreak_ = false;
+  std::atomic<bool> frozen_ = false;
   std::atomic<int> generation_ = 0;
   std::atomic<int> broken_ = 0;
   std::mutex mutex_;
   std::string words_;
+  std::string freezingWords_;
   Moment moment_ = Moment::BeforeSending;
   std::string sent_;
   std::vector<std::thread> served_;

@@ -81,6 +81,13 @@ TEST(ServerAddress, UserAndPasswordOfAnyKindFitIntoWhatTheDriverIsGiven) {
   EXPECT_EQ(connectionText(own, {u"a"_s, u"b"_s}), u"Driver=x;Server=a;Trusted_Connection=yes"_s);
 }
 
+TEST(ServerAddress, FreeTdsIsToldWhatItWouldOtherwiseGuess) {
+  EXPECT_EQ(connectionText(ServerAddress::parse(u"Driver=FreeTDS;Server=a"_s), {}),
+            u"Driver=FreeTDS;Server=a;ClientCharset=UTF-8;TDS_Version=7.4"_s);
+  const QString given = u"Driver=FreeTDS;Server=a;TDS_Version=7.1;ClientCharset=GB18030"_s;
+  EXPECT_EQ(connectionText(ServerAddress::parse(given), {}), given);
+}
+
 TEST(ServerAddress, IsToldFromAFile) {
   EXPECT_TRUE(ServerAddress::isAddress(u"Driver=FreeTDS;Server=a"_s));
   EXPECT_FALSE(ServerAddress::isAddress(u"/home/shop/driver.db"_s));

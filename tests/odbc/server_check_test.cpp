@@ -1,3 +1,4 @@
+#include <QElapsedTimer>
 #include <QTcpServer>
 
 #include "host/data/errors.h"
@@ -58,6 +59,59 @@ TEST(ServerCheckBare, AClosedPortIsNamed) {
     EXPECT_TRUE(checked.text.contains(QString::number(port))) << checked.text.toStdString();
     EXPECT_FALSE(checked.text.contains(u"verysecret"_s)) << checked.text.toStdString();
   }
+}
+
+// A port that is open, with nobody behind it.
+struct SilentServer : QTcpServer {
+  SilentServer() { listen(QHostAddress::LocalHost); }
+  ServerAddress address(const QString& driver) const {
+    return ServerAddress::parse(u"%1;Server=127.0.0.1;Port=%2;Database=shop"_s.arg(driver).arg(serverPort()));
+  }
+};
+
+TEST(ServerCheckBare, AServerThatIsSilentIsToldSoInTime) {
+  for (const auto* driver : {u"Driver=FreeTDS", u"Driver=PostgreSQL Unicode"}) {
+    const SilentServer silent;
+    QElapsedTimer clock;
+    clock.start();
+    const ServerCheck checked = checkServer(silent.address(QString::fromUtf16(driver)),
+                                            {u"sa"_s, u"secret"_s}, {.connectSeconds = 2});
+    EXPECT_EQ(checked.problem, ServerProblem::Silent) << checked.text.toStdString();
+    EXPECT_TRUE(checked.text.contains(u"在 2 秒内没有回答"_s)) << checked.text.toStdString();
+    EXPECT_LT(clock.elapsed(), 5'000);
+  }
+}
+
+TEST(ServerCheckBare, ADriverThatDoesNotComeBackIsNotWaitedFor) {
+  const SilentServer silent;
+  QElapsedTimer clock;
+  clock.start();
+  // It tries one version after the other, each as long as it may take to log in, and again.
+  const ServerCheck checked = checkServer(silent.address(u"Driver=FreeTDS;TDS_Version=auto"_s),
+                                          {u"sa"_s, u"secret"_s}, {.connectSeconds = 1});
+  EXPECT_EQ(checked.problem, ServerProblem::Silent) << checked.text.toStdString();
+  EXPECT_TRUE(checked.text.contains(u"没有回答"_s)) << checked.text.toStdString();
+  EXPECT_LT(clock.elapsed(), 8'000);
+}
+
+TEST(ServerCheckBare, WaitingForAServerIsGivenUpAtOnce) {
+  class Impatient : public ServerAttendant {
+   public:
+    bool goesOn() override { return ++calls_ < 10; }
+
+   private:
+    int calls_ = 0;
+  };
+  const SilentServer silent;
+  QElapsedTimer clock;
+  clock.start();
+  const AttendantMaker attend = [](const QString&, bool mayGiveUp) {
+    EXPECT_TRUE(mayGiveUp);
+    return std::make_unique<Impatient>();
+  };
+  EXPECT_THROW(checkServer(silent.address(u"Driver=FreeTDS"_s), {u"sa"_s, u"secret"_s}, {.attend = attend}),
+               EAbort);
+  EXPECT_LT(clock.elapsed(), 2'000);
 }
 
 TEST_F(ServerCheckTest, ARefusedLogInIsTold) {

@@ -5,6 +5,7 @@
 #include <QTcpSocket>
 #include <algorithm>
 
+#include "host/data/odbc/connection_lost.h"
 #include "host/data/odbc/connection_text.h"
 #include "host/data/odbc/odbc_connection.h"
 #include "host/data/odbc/odbc_messages.h"
@@ -15,7 +16,7 @@ namespace goodsbook {
 namespace {
 
 constexpr int usualPort = 1433;
-constexpr int knockMilliseconds = 5'000;
+constexpr int knockMilliseconds = 3'000;
 
 struct Texts {
   Q_DECLARE_TR_FUNCTIONS(ServerProblem)
@@ -54,6 +55,11 @@ bool loginRefused(const std::vector<OdbcMessage>& messages) {
          says(messages, "authentication failed"_L1) || says(messages, "no password supplied"_L1);
 }
 
+bool timedOut(const std::vector<OdbcMessage>& messages) {
+  return hasState(messages, "HYT00"_L1) || hasState(messages, "HYT01"_L1) ||
+         says(messages, "timeout expired"_L1);
+}
+
 // What the network says about the server itself.
 ServerProblem knock(const ServerAddress& address) {
   const QString host = address.server().section(u'\\', 0, 0).section(u',', 0, 0);
@@ -71,7 +77,8 @@ ServerProblem judge(const std::vector<OdbcMessage>& messages, const ServerAddres
   // A server that lets nobody into a database says both, the reason first or last.
   if (databaseMissing(messages)) return ServerProblem::DatabaseMissing;
   if (loginRefused(messages)) return ServerProblem::LoginRefused;
-  return knock(address);
+  const ServerProblem known = knock(address);
+  return known == ServerProblem::Other && timedOut(messages) ? ServerProblem::Silent : known;
 }
 
 QString plainText(ServerProblem problem, const ServerTarget& target, const QString& driverText) {
@@ -96,6 +103,11 @@ QString plainText(ServerProblem problem, const ServerTarget& target, const QStri
     case ServerProblem::DatabaseMissing:
       return Texts::tr("服务器上没有数据库“%1”，或用户“%2”不能使用它")
           .arg(address.database(), target.login.user);
+    case ServerProblem::Silent:
+      return Texts::tr("服务器“%1”在 %3 秒内没有回答（端口 %2）：服务停住了，或那里不是数据库服务器")
+          .arg(address.server())
+          .arg(port)
+          .arg(target.options.connectSeconds);
     default:
       return Texts::tr("不能连接服务器“%1”：%2").arg(address.displayName(), driverText);
   }
@@ -107,6 +119,10 @@ EConnectFailed connectError(const std::vector<OdbcMessage>& messages, const Serv
   const ServerProblem problem = judge(messages, target.address);
   const OdbcMessage first = firstError(messages);
   return {problem, first.number, withoutSecrets(plainText(problem, target, first.text), target.login)};
+}
+
+EConnectFailed silenceError(const ServerTarget& target) {
+  return {ServerProblem::Silent, timedOutNumber, plainText(ServerProblem::Silent, target, {})};
 }
 
 }  // namespace goodsbook

@@ -21,4 +21,7 @@ class EConnectFailed : public EDatabaseError {
 // Judges what the driver said, and knocks at the server's door where that leaves the reason open.
 EConnectFailed connectError(const std::vector<OdbcMessage>& messages, const ServerTarget& target);
 
+// For a driver that has not come back in time.
+EConnectFailed silenceError(const ServerTarget& target);
+
 }  // namespace goodsbook

@@ -49,8 +49,12 @@ QString connectionText(const ServerAddress& address, const ServerLogin& login) {
       if (key.compare("Server"_L1, Qt::CaseInsensitive) == 0) value += u',' + address.value(u"Port"_s);
     }
   }
-  if (isFreeTds(driver) && address.value(u"ClientCharset"_s).isEmpty()) {
-    words.emplace_back(u"ClientCharset"_s, u"UTF-8"_s);
+  if (isFreeTds(driver)) {
+    // Without a version it tries one after the other, and waits for a silent server as often.
+    for (const auto& [key, value] :
+         {std::pair(u"ClientCharset"_s, u"UTF-8"_s), {u"TDS_Version"_s, u"7.4"_s}}) {
+      if (address.value(key).isEmpty()) words.emplace_back(key, value);
+    }
   }
   if (address.usesSystemAccount()) return connectionText(words);
   if (!login.user.isEmpty()) words.emplace_back(u"UID"_s, login.user);

@@ -4,7 +4,6 @@
 #include <array>
 
 #include "host/data/odbc/connect_problem.h"
-#include "host/data/odbc/connection_lost.h"
 #include "host/data/odbc/connection_text.h"
 #include "host/data/odbc/odbc_messages.h"
 #include "host/data/odbc/row_block.h"
@@ -70,6 +69,19 @@ void OdbcConnection::connect(const ServerTarget& target) {
   if (!connected_) throw connectError(messagesOf(connection_), target);
 }
 
+void OdbcConnection::requireThere() const {
+  if (!lost_) return;
+  throw EConnectionLost(
+      Texts::tr("与服务器 %1 的连接断开了，这一步没有完成。再做一次时程序会重新连接。").arg(name_));
+}
+
+EConnectionLost OdbcConnection::silence(std::chrono::seconds waited) const {
+  return EConnectionLost(
+      Texts::tr("服务器 %1 在 %2 秒内没有回答，连接已经断开，这一步没有完成。再做一次时程序会重新连接。")
+          .arg(name_)
+          .arg(waited.count()));
+}
+
 void OdbcConnection::check(SQLRETURN code, const OdbcHandle& handle) {
   if (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA) fail(handle);
 }
@@ -91,8 +103,7 @@ void OdbcConnection::fail(const OdbcHandle& handle) {
   const SQLRETURN known = SQLGetConnectAttr(connection_.get(), SQL_ATTR_CONNECTION_DEAD, &dead, 0, nullptr);
   if (message.tellsLostConnection() || (SQL_SUCCEEDED(known) && dead == SQL_CD_TRUE)) {
     lost_ = true;
-    throw EConnectionLost(
-        Texts::tr("与服务器 %1 的连接断开了，这一步没有完成。再做一次时程序会重新连接。").arg(name_));
+    requireThere();
   }
   if (message.number == timedOutNumber) {
     throw EDatabaseError(

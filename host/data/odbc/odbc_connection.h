@@ -1,10 +1,12 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <mutex>
 #include <optional>
 
 #include "engine/row.h"
+#include "host/data/odbc/connection_lost.h"
 #include "host/data/odbc/dialect.h"
 #include "host/data/odbc/odbc_handle.h"
 #include "host/data/server_database.h"
@@ -17,7 +19,7 @@ struct ServerTarget {
   ServerOptions options;
 };
 
-// One connection to a server, used by one thread but for interrupt().
+// One connection to a server, used by one thread at a time but for interrupt().
 class OdbcConnection {
  public:
   // Connects; EDatabaseError says why that is not possible.
@@ -28,6 +30,13 @@ class OdbcConnection {
 
   const Dialect& dialect() const { return *dialect_; }
   bool isLost() const { return lost_; }
+  // How long the statements to come may take; 0: no limit.
+  void setLimit(int seconds) { statementSeconds_ = seconds; }
+
+  // Nobody waits any more for the thread that works with it: it counts as lost.
+  void giveUp() { lost_ = true; }
+  void requireThere() const;  // EConnectionLost
+  EConnectionLost silence(std::chrono::seconds waited) const;
 
   // Sends a batch as it is and hands on all that it answers, to the end. EConnectionLost, or EDatabaseError
   // for the first error of severity 11 or more; what the batch did until then stands, the transaction is the
@@ -72,7 +81,7 @@ class OdbcConnection {
   OdbcHandle connection_;
   std::optional<Dialect> dialect_;
   bool connected_ = false;
-  bool lost_ = false;
+  std::atomic<bool> lost_ = false;
   std::mutex mutex_;
   SQLHANDLE running_ = SQL_NULL_HANDLE;
   std::atomic<bool> interrupted_ = false;  // the running statement

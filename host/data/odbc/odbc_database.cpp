@@ -9,7 +9,7 @@
 #include "host/data/beside.h"
 #include "host/data/odbc/blob_update.h"
 #include "host/data/odbc/connection_lost.h"
-#include "host/data/odbc/row_block.h"
+#include "host/data/odbc/odbc_wait.h"
 #include "host/data/retry.h"
 
 using namespace Qt::StringLiterals;
@@ -38,6 +38,32 @@ class RowCounter : public engine::ResultSink {
 
 }  // namespace
 
+// One wait for the main connection. Events that are let through meanwhile find it at work.
+class OdbcDatabase::Wait {
+ public:
+  Wait(OdbcDatabase& database, const QString& text, bool mayGiveUp) : database_(database) {
+    database.requireIdle();
+    const AttendantMaker& attend = database.pool_->target().options.attend;
+    if (attend) attendant_ = attend(text.arg(database.displayName()), mayGiveUp);
+    database.waiting_ = true;
+  }
+  ~Wait() { database_.waiting_ = false; }
+  Wait(const Wait&) = delete;
+  Wait& operator=(const Wait&) = delete;
+
+  std::function<bool()> goesOn() const {
+    return [this] { return !attendant_ || attendant_->goesOn(); };
+  }
+
+ private:
+  OdbcDatabase& database_;
+  std::unique_ptr<ServerAttendant> attendant_;
+};
+
+void OdbcDatabase::requireIdle() const {
+  if (waiting_) throw EDatabaseError(50000, 16, 1, 1, Texts::tr("上一步还没有做完，请稍候再做"));
+}
+
 OdbcDatabase::OdbcDatabase(const ServerTarget& target) : pool_(std::make_shared<OdbcPool>(target)) {
   connected();
 }
@@ -49,12 +75,34 @@ OdbcConnection& OdbcDatabase::connected() {
     main_.reset();
   }
   if (!main_ || main_->isLost()) {
-    auto fresh = std::make_shared<OdbcConnection>(pool_->target());
+    // What became of the last save is not left open because somebody got tired of waiting.
+    const Wait wait(*this, Texts::tr("正在连接服务器 %1…"), !doubtful_);
+    auto fresh = connectLoose(pool_->target(), wait.goesOn());
     const std::scoped_lock lock(mutex_);
     main_ = std::move(fresh);
     dialect_ = main_->dialect();
   }
   return *main_;
+}
+
+void OdbcDatabase::send(const QString& batch, engine::ResultSink& sink) {
+  const ServerOptions& options = pool_->target().options;
+  const int seconds = options.attend ? options.saveSeconds : options.statementSeconds;
+  const Wait wait(*this, Texts::tr("服务器 %1 正在处理…"), false);
+  main_->setLimit(seconds);
+  runLoose(main_, batch, sink, {wait.goesOn(), limitOf(seconds)});
+}
+
+void OdbcDatabase::send(const QString& batch) {
+  NoSink sink;
+  send(batch, sink);
+}
+
+void OdbcDatabase::read(const QString& select, engine::ResultSink& sink) {
+  const int seconds = pool_->target().options.statementSeconds;
+  const Wait wait(*this, Texts::tr("正在等服务器 %1 的数据…"), !inTransaction_);
+  main_->setLimit(seconds);
+  runLoose(main_, select, sink, {wait.goesOn(), limitOf(seconds)});
 }
 
 // A lost connection takes the transaction and the idle connections beside it along.
@@ -93,6 +141,7 @@ void OdbcDatabase::inOwnTransaction(Work&& work) {
 }
 
 void OdbcDatabase::execute(const QString& batch, engine::ResultSink& sink, Permission permission) {
+  requireIdle();
   const std::string text = batch.toStdString();
   if (permission == Permission::Screens) {
     const std::string_view word = engine::ownersWord(text);
@@ -103,36 +152,48 @@ void OdbcDatabase::execute(const QString& batch, engine::ResultSink& sink, Permi
           Texts::tr("没有权限执行 %1").arg(QString::fromUtf8(word.data(), qsizetype(word.size()))));
     }
   } else if (!inTransaction_ && engine::standsOutsideTransactions(text)) {
-    watched([&] { connected().run(batch, sink); });
+    watched([&] {
+      connected();
+      send(batch, sink);
+    });
     return;
   }
-  inOwnTransaction([&] { main_->run(prepared(batch), sink); });
+  inOwnTransaction([&] { send(prepared(batch), sink); });
 }
 
 void OdbcDatabase::query(const QString& select, engine::ResultSink& sink) {
+  if (waiting_) {
+    const auto beside = pool_->open(prepared(select));
+    sink.beginSet(beside->columns());
+    while (beside->next()) sink.row(beside->row());
+    sink.endSet();
+    return;
+  }
   watched([&] {
-    OdbcConnection& connection = connected();
-    connection.run(prepared(select), sink);
+    connected();
+    read(prepared(select), sink);
   });
 }
 
 std::unique_ptr<engine::Cursor> OdbcDatabase::openCursor(const QString& select) {
+  if (waiting_) return pool_->open(prepared(select));
   return watched([&] {
     connected();  // tells the dialect, and first of all whether the server is there
-    return pool_->open(prepared(select));
+    const Wait wait(*this, Texts::tr("正在等服务器 %1 的数据…"), !inTransaction_);
+    return pool_->open(prepared(select), wait.goesOn());
   });
 }
 
 std::unique_ptr<engine::Cursor> OdbcDatabase::openCursorBeside(const QString& select,
                                                                const std::function<bool()>& pause) {
-  return pool_->openBeside(prepared(select), pause);
+  return pool_->open(prepared(select), pause);
 }
 
 void OdbcDatabase::begin() {
+  requireIdle();
   if (inTransaction_) throw EDatabaseError(50000, 16, 1, 1, Texts::tr("已有打开的事务，不能再打开一个"));
   watched([&] {
-    OdbcConnection& connection = connected();
-    connection.run(connection.dialect().begin());
+    send(connected().dialect().begin());
     inTransaction_ = true;
   });
 }
@@ -142,7 +203,7 @@ void OdbcDatabase::commit() {
   if (!inTransaction_) throw EDatabaseError(noTransaction, 16, 1, 1, Texts::tr("没有打开的事务，不能提交"));
   watched([&] {
     try {
-      main_->run(main_->dialect().commit());
+      send(dialect_->commit());
       inTransaction_ = false;
     } catch (const EConnectionLost&) {
       throw ECommitUnknown(
@@ -161,7 +222,7 @@ void OdbcDatabase::rollback() {
   inTransaction_ = false;
   if (!main_) return;
   try {
-    watched([&] { main_->run(main_->dialect().rollback()); });
+    watched([&] { send(dialect_->rollback()); });
   } catch (const EConnectionLost&) {
     return;  // then the server rolls back by itself; the reason for it all is told by the caller
   } catch (const EDatabaseError&) {
@@ -171,6 +232,7 @@ void OdbcDatabase::rollback() {
 }
 
 void OdbcDatabase::save(const QString& batch, const AuditLine& line, const std::function<void()>& within) {
+  requireIdle();
   // It would be told as saved while the one who opened the transaction may still roll back.
   if (inTransaction_) throw EDatabaseError(50000, 16, 1, 1, Texts::tr("有打开的事务时不能单独保存"));
   if (settlesDoubt(batch, line)) return;
@@ -199,9 +261,12 @@ void OdbcDatabase::saveOnce(const QString& batch, const AuditLine& line,
 // What is not known about a commit there has to be known here, where the next save asks.
 void OdbcDatabase::saveBeside(const QString& batch, const AuditLine& line,
                               const std::function<void()>& pause) {
+  requireIdle();
   if (settlesDoubt(batch, line)) return;
+  ServerTarget target = pool_->target();
+  target.options.attend = {};  // `pause` does that, and the work may take longer than a save
   std::optional<OdbcDatabase> other;
-  const auto work = [&] { other.emplace(pool_->target()).save(batch, line, {}); };
+  const auto work = [&] { other.emplace(target).save(batch, line, {}); };
   try {
     runBeside(work, pause);
   } catch (...) {
@@ -213,8 +278,8 @@ void OdbcDatabase::saveBeside(const QString& batch, const AuditLine& line,
 bool OdbcDatabase::wasCommitted(const QString& token) {
   RowCounter found;
   watched([&] {
-    OdbcConnection& connection = connected();
-    connection.run(connection.dialect().auditLineOf(token), found);
+    connected();
+    send(dialect_->auditLineOf(token), found);
   });
   return found.count > 0;
 }
@@ -243,9 +308,18 @@ bool OdbcDatabase::settlesDoubt(const QString& batch, const AuditLine& line) {
 
 int OdbcDatabase::storeBlob(const QString& table, const QString& field, const QString& keyField,
                             const QString& keyValue, const QByteArray& bytes) {
+  requireIdle();
   int rows = 0;
   const auto store = [&] {
-    inOwnTransaction([&] { rows = updateBlob(*main_, table, field, keyField, keyValue, bytes); });
+    inOwnTransaction([&] {
+      const int seconds = pool_->target().options.statementSeconds;  // a large picture is work
+      const Wait wait(*this, Texts::tr("服务器 %1 正在处理…"), false);
+      main_->setLimit(seconds);
+      const auto update = [its = main_, table, field, keyField, keyValue, bytes] {
+        return updateBlob(*its, table, field, keyField, keyValue, bytes);
+      };
+      rows = doLoose(main_, update, {wait.goesOn(), limitOf(seconds)});
+    });
   };
   if (inTransaction_) {
     store();

@@ -38,6 +38,12 @@ class OdbcDatabase : public Database {
   };
 
   OdbcConnection& connected();  // connects again after a loss
+  // Both wait beside the window where somebody sits before one. Reading may be given up, and takes its time.
+  void send(const QString& batch, engine::ResultSink& sink);
+  void send(const QString& batch);
+  void read(const QString& select, engine::ResultSink& sink);
+  class Wait;
+  void requireIdle() const;  // EDatabaseError for a step that begins in the middle of another
   QString prepared(const QString& batch) const;
   template <typename Work>
   decltype(auto) watched(Work&& work);
@@ -52,6 +58,7 @@ class OdbcDatabase : public Database {
   std::shared_ptr<OdbcConnection> main_;
   std::optional<Dialect> dialect_;  // known from the first connection on
   bool inTransaction_ = false;
+  bool waiting_ = false;  // with events let through
   std::optional<Doubtful> doubtful_;
 };
 

@@ -33,8 +33,9 @@ int numberOfState(const QString& state) {
 std::optional<int> numberField(const OdbcHandle& handle, SQLSMALLINT record, SQLSMALLINT field) {
   SQLINTEGER value = 0;
   SQLSMALLINT length = 0;
+  // The room in bytes: some drivers refuse the SQL_IS_INTEGER of numbers here.
   const SQLRETURN code =
-      SQLGetDiagFieldW(handle.type(), handle.get(), record, field, &value, SQL_IS_INTEGER, &length);
+      SQLGetDiagFieldW(handle.type(), handle.get(), record, field, &value, sizeof(value), &length);
   return SQL_SUCCEEDED(code) ? std::optional<int>(value) : std::nullopt;
 }
 

@@ -1,12 +1,10 @@
 #include "host/data/odbc/odbc_pool.h"
 
-#include <QCoreApplication>
 #include <chrono>
-#include <optional>
-#include <utility>
 
 #include "host/data/odbc/connection_lost.h"
-#include "host/data/odbc/row_block.h"
+#include "host/data/odbc/odbc_reading.h"
+#include "host/data/odbc/odbc_wait.h"
 
 namespace goodsbook {
 namespace {
@@ -15,67 +13,23 @@ namespace {
 constexpr std::size_t mostIdle = 2;
 
 constexpr std::chrono::milliseconds noTime{0};
-constexpr std::chrono::milliseconds betweenPauses{10};
 
-class IgnoredAnswers : public engine::ResultSink {
- public:
-  void beginSet(std::span<const engine::Column>) override {}
-  void row(const engine::Row&) override {}
-};
-
-template <typename Result>
-bool isDone(const std::future<Result>& work, std::chrono::milliseconds patience) {
+bool isDone(const std::future<void>& work, std::chrono::milliseconds patience) {
   return work.wait_for(patience) == std::future_status::ready;
-}
-
-// False when `pause` has ended the waiting.
-template <typename Result>
-bool isAwaited(const std::future<Result>& work, const std::function<bool()>& pause) {
-  while (!isDone(work, betweenPauses)) {
-    if (!pause()) return false;
-  }
-  return true;
 }
 
 }  // namespace
 
-// A select on its way, together with the connection that it stands on. One thread at a time works with it,
-// but for stop().
-struct OdbcReading {
-  explicit OdbcReading(std::unique_ptr<OdbcConnection> its) : connection(std::move(its)) {}
-
-  void open(const QString& select) {
-    statement.emplace(*connection, select);
-    IgnoredAnswers ignored;
-    if (!statement->nextSet(ignored)) {
-      throw EDatabaseError(50000, 16, 1, 1, QCoreApplication::translate("OdbcCursor", "语句没有返回行"));
-    }
-    rows.emplace(*connection, statement->handle());
-  }
-
-  // Ends work that goes on in another thread. A driver that is told so before it begins to wait for the
-  // server does not hear it.
-  void stop(std::future<void>& work) const {
-    do {
-      connection->interrupt();
-    } while (!isDone(work, betweenPauses));
-  }
-
-  std::unique_ptr<OdbcConnection> connection;
-  std::optional<OdbcConnection::Statement> statement;
-  std::optional<RowBlock> rows;
-};
-
 // Reads a select at the caller's pace.
 class OdbcCursor : public engine::Cursor {
  public:
-  OdbcCursor(std::shared_ptr<OdbcPool> pool, std::unique_ptr<OdbcReading> reading)
+  OdbcCursor(std::shared_ptr<OdbcPool> pool, std::shared_ptr<OdbcReading> reading)
       : pool_(std::move(pool)), reading_(std::move(reading)) {}
   ~OdbcCursor() override {
     if (coming_.valid() && !isDone(coming_, noTime)) {
       pool_->endLate(std::move(reading_), std::move(coming_));
     } else {
-      pool_->end(std::move(reading_));
+      pool_->end(reading_);
     }
   }
 
@@ -83,10 +37,10 @@ class OdbcCursor : public engine::Cursor {
 
   // Rows of unlimited length come one by one, too many for a thread each.
   bool ready(std::chrono::milliseconds patience) override {
-    RowBlock& rows = *reading_->rows;
+    const RowBlock& rows = *reading_->rows;
     if (!coming_.valid()) {
       if (!rows.needsRows() || rows.comesRowByRow()) return true;
-      coming_ = std::async(std::launch::async, [&rows] { rows.fetchAhead(); });
+      coming_ = startLoose([reading = reading_] { reading->rows->fetchAhead(); });
     }
     return isDone(coming_, patience);
   }
@@ -104,94 +58,71 @@ class OdbcCursor : public engine::Cursor {
 
  private:
   std::shared_ptr<OdbcPool> pool_;
-  std::unique_ptr<OdbcReading> reading_;
+  std::shared_ptr<OdbcReading> reading_;
   std::future<void> coming_;  // the next block
 };
 
-std::unique_ptr<engine::Cursor> OdbcPool::open(const QString& select) {
-  auto reading = std::make_unique<OdbcReading>(take());
-  try {
-    reading->open(select);
-  } catch (...) {
-    end(std::move(reading));
-    throw;
+std::unique_ptr<engine::Cursor> OdbcPool::open(const QString& select, const std::function<bool()>& goesOn) {
+  Connection connection = takeIdle();
+  if (!connection) connection = connect(goesOn);
+  auto reading = std::make_shared<OdbcReading>(std::move(connection));
+  auto opening = startLoose([select, reading] { reading->open(select); });
+  const OdbcWait wait{goesOn, limitOf(target_.options.statementSeconds)};
+  const OdbcWait::End how = wait.until(opening);
+  if (how == OdbcWait::End::Silent) {
+    const EConnectionLost silence = reading->connection->silence(wait.limit);
+    reading->connection->giveUp();
+    lossSeen_ = true;
+    endLate(std::move(reading), std::move(opening));
+    throw silence;
   }
-  return std::make_unique<OdbcCursor>(shared_from_this(), std::move(reading));
-}
-
-std::unique_ptr<engine::Cursor> OdbcPool::openBeside(const QString& select,
-                                                     const std::function<bool()>& pause) {
-  forgetDone();
-  auto connecting = std::async(std::launch::async, [this] { return take(); });
-  if (!isAwaited(connecting, pause)) {
-    // Nothing stops a driver that is connecting.
-    late_.push_back(std::async(std::launch::async, [this, connection = std::move(connecting)]() mutable {
-      try {
-        giveBack(connection.get());
-      } catch (const EDatabaseError&) {
-        return;  // nobody asks any more why there is none
-      }
-    }));
-    throw EAbort();
-  }
-  auto reading = std::make_unique<OdbcReading>(connecting.get());
-  auto opening = std::async(std::launch::async, [select, &its = *reading] {
-    its.open(select);
-    its.rows->fetchAhead();
-  });
-  if (!isAwaited(opening, pause)) {
+  if (how == OdbcWait::End::GivenUp) {
     endLate(std::move(reading), std::move(opening));
     throw EAbort();
   }
   try {
     opening.get();
   } catch (...) {
-    end(std::move(reading));
+    end(reading);
     throw;
   }
   return std::make_unique<OdbcCursor>(shared_from_this(), std::move(reading));
 }
 
-void OdbcPool::end(std::unique_ptr<OdbcReading> reading) {
-  reading->rows.reset();
-  reading->statement.reset();
+void OdbcPool::end(const std::shared_ptr<OdbcReading>& reading) {
+  reading->close();
   giveBack(std::move(reading->connection));
 }
 
-// Telling a server to stop may take as long as reaching it: the window does not wait for that either.
-void OdbcPool::endLate(std::unique_ptr<OdbcReading> reading, std::future<void> work) {
-  late_.push_back(
-      std::async(std::launch::async, [this, its = std::move(reading), working = std::move(work)]() mutable {
-        its->stop(working);
-        end(std::move(its));
-      }));
+// Telling a server to stop may take as long as reaching it: nobody waits for that either.
+void OdbcPool::endLate(std::shared_ptr<OdbcReading> reading, std::future<void> work) {
+  startLoose([pool = weak_from_this(), its = std::move(reading), working = std::move(work)] {
+    its->stop(working);
+    if (const auto home = pool.lock()) home->end(its);
+  });
 }
 
-void OdbcPool::forgetDone() {
-  std::erase_if(late_, [](const std::future<void>& done) { return isDone(done, noTime); });
-}
-
-std::unique_ptr<OdbcConnection> OdbcPool::take() {
-  {
-    const std::scoped_lock lock(mutex_);
-    if (!idle_.empty()) {
-      auto connection = std::move(idle_.back());
-      idle_.pop_back();
-      busy_.push_back(connection.get());
-      return connection;
-    }
-  }
-  auto connection = std::make_unique<OdbcConnection>(target_);
+OdbcPool::Connection OdbcPool::takeIdle() {
   const std::scoped_lock lock(mutex_);
-  busy_.push_back(connection.get());
+  if (idle_.empty()) return nullptr;
+  const Connection connection = std::move(idle_.back());
+  idle_.pop_back();
+  busy_.push_back(connection);
   return connection;
 }
 
-void OdbcPool::giveBack(std::unique_ptr<OdbcConnection> connection) {
+OdbcPool::Connection OdbcPool::connect(const std::function<bool()>& goesOn) {
+  Connection connection = connectLoose(target_, goesOn);
+  const std::scoped_lock lock(mutex_);
+  busy_.push_back(connection);
+  return connection;
+}
+
+void OdbcPool::giveBack(Connection connection) {
   const bool usable = !connection->isLost();
   {
     const std::scoped_lock lock(mutex_);
-    std::erase(busy_, connection.get());
+    std::erase_if(busy_, [&](const auto& busy) { return busy.expired() || busy.lock() == connection; });
     if (usable && idle_.size() < mostIdle) idle_.push_back(std::move(connection));
   }
   if (usable) return;
@@ -206,7 +137,9 @@ void OdbcPool::forgetIdle() {
 
 void OdbcPool::interrupt() {
   const std::scoped_lock lock(mutex_);
-  for (auto* connection : busy_) connection->interrupt();
+  for (const auto& busy : busy_) {
+    if (const Connection connection = busy.lock()) connection->interrupt();
+  }
 }
 
 }  // namespace goodsbook

@@ -16,15 +16,16 @@ namespace goodsbook {
 struct OdbcReading;
 
 // The connections to one server beside the main one: each open cursor has its own, so that batches run beside
-// it. Used by one thread but for interrupt(). Cursors keep the pool alive.
+// it. Used by one thread but for interrupt(). Cursors keep the pool alive; what nobody waits for any more
+// does not.
 class OdbcPool : public std::enable_shared_from_this<OdbcPool> {
  public:
   explicit OdbcPool(ServerTarget target) : target_(std::move(target)) {}
 
   const ServerTarget& target() const { return target_; }
-  std::unique_ptr<engine::Cursor> open(const QString& select);  // EDatabaseError
-  // The same in another thread, until the first rows are there; see Database::openCursorBeside().
-  std::unique_ptr<engine::Cursor> openBeside(const QString& select, const std::function<bool()>& pause);
+  // Sends a select in another thread and waits until the first rows are there; see
+  // Database::openCursorBeside(). EAbort when it was given up, EDatabaseError.
+  std::unique_ptr<engine::Cursor> open(const QString& select, const std::function<bool()>& goesOn = {});
   void forgetIdle();  // what stood beside a connection that got lost is hardly better
   // Whether a cursor's connection got lost since the last call.
   bool takeLoss() { return lossSeen_.exchange(false); }
@@ -32,19 +33,19 @@ class OdbcPool : public std::enable_shared_from_this<OdbcPool> {
 
  private:
   friend class OdbcCursor;
+  using Connection = std::shared_ptr<OdbcConnection>;
 
-  std::unique_ptr<OdbcConnection> take();
-  void giveBack(std::unique_ptr<OdbcConnection> connection);
-  void end(std::unique_ptr<OdbcReading> reading);
-  void endLate(std::unique_ptr<OdbcReading> reading, std::future<void> work);
-  void forgetDone();
+  Connection takeIdle();
+  Connection connect(const std::function<bool()>& goesOn);
+  void giveBack(Connection connection);
+  void end(const std::shared_ptr<OdbcReading>& reading);
+  void endLate(std::shared_ptr<OdbcReading> reading, std::future<void> work);
 
   ServerTarget target_;
   std::mutex mutex_;
-  std::vector<std::unique_ptr<OdbcConnection>> idle_;
-  std::vector<OdbcConnection*> busy_;
+  std::vector<Connection> idle_;
+  std::vector<std::weak_ptr<OdbcConnection>> busy_;
   std::atomic<bool> lossSeen_ = false;
-  std::vector<std::future<void>> late_;  // what nobody waits for any more; goes first
 };
 
 }  // namespace goodsbook

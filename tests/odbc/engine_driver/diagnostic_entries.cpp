@@ -42,6 +42,7 @@ SQLRETURN SQL_API SQLGetDiagFieldW(SQLSMALLINT, SQLHANDLE handle, SQLSMALLINT nu
   }
   const Record* record = recordOf(handle, number);
   if (record == nullptr) return SQL_NO_DATA;
+  if (room < 0) return SQL_ERROR;  // not even SQL_IS_INTEGER, which some drivers refuse, too
   const auto tellNumber = [&](int told) {
     *static_cast<SQLINTEGER*>(value) = told;
     return SQL_SUCCESS;
