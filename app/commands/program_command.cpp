@@ -27,13 +27,7 @@ std::unique_ptr<Session> logIn(const QString& programDir, const QString& databas
   LogInWindow window(programDir, [] { return std::make_unique<RealDesktop>(); });
   const QStringList known = programSettings(programDir)->value("LogIn/databases"_L1).toStringList();
   const QString last = known.isEmpty() ? defaultDatabase(programDir) : known.constFirst();
-  const QString chosen = database.isEmpty() ? last : database;
-  if (ServerAddress::isAddress(chosen)) {
-    // It may take a while to come about, or not to: something stands there meanwhile.
-    window.show();
-    QApplication::processEvents();
-  }
-  window.chooseDatabase(chosen);
+  window.begin(database.isEmpty() ? last : database);
   if (!user.isEmpty()) window.chooseUser(user);
   const bool named = !database.isEmpty() && !user.isEmpty();
   if (!(named && window.trySigningIn()) && window.exec() != QDialog::Accepted) return nullptr;

@@ -1,6 +1,7 @@
 #include "app/sign_in/log_in_window.h"
 
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -169,6 +170,14 @@ void LogInWindow::chooseDatabase(const QString& database) {
   user_->setEnabled(session_ != nullptr);
   password_->setEnabled(session_ != nullptr);
   ok_->setEnabled(session_ != nullptr);
+}
+
+void LogInWindow::begin(const QString& database) {
+  if (ServerAddress::isAddress(database)) {
+    show();
+    QCoreApplication::processEvents();
+  }
+  chooseDatabase(database);
 }
 
 void LogInWindow::listUsers() {

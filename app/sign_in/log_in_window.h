@@ -31,6 +31,9 @@ class LogInWindow : public QDialog {
   // server can be given up.
   // A server is tried only when it is known who the program is towards it.
   void chooseDatabase(const QString& database);
+  // The same at the start of the program: the window stands there before a server is asked, which may take a
+  // while or not answer.
+  void begin(const QString& database);
   void chooseUser(const QString& id);
 
   // Signs in without showing the window when the chosen user needs no password; false when it has to be

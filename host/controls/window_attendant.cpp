@@ -29,7 +29,7 @@ class WaitBox : public QProgressDialog {
     setWindowFlag(Qt::WindowCloseButtonHint, mayGiveUp);
     setWindowModality(Qt::ApplicationModal);
     setMinimumDuration(0);
-    setMinimumWidth(fontMetrics().averageCharWidth() * 48);
+    setMinimumWidth(fontMetrics().averageCharWidth() * 40);
     setAutoClose(false);
     setAutoReset(false);
   }

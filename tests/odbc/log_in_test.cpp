@@ -1,7 +1,14 @@
+#include <QApplication>
 #include <QComboBox>
 #include <QDirIterator>
+#include <QElapsedTimer>
 #include <QLabel>
+#include <QLineEdit>
+#include <QProgressDialog>
 #include <QPushButton>
+#include <QTcpServer>
+#include <QTimer>
+#include <functional>
 
 #include "app/driver/drive_desktop.h"
 #include "app/sign_in/log_in_window.h"
@@ -90,6 +97,84 @@ TEST_F(ServerLogInTest, TheSystemsAccountNeedsNoUser) {
   logIn.chooseDatabase(server().address().text() + u";Trusted_Connection=yes"_s);
   const QString told = logIn.findChild<QLabel*>(u"Problem"_s)->text();
   EXPECT_TRUE(told.contains(u"系统帐户"_s)) << told.toStdString();  // it was tried; this server has none
+}
+
+TEST_F(ServerLogInTest, AServerIsShownByItsNameWithTheWholeAddressBehindIt) {
+  logInAs(server().login());
+  const QString address = server().address().text();
+  LogInWindow first = window();
+  first.chooseDatabase(address);
+  first.findChild<QPushButton*>(u"btn_ok"_s)->click();
+  ASSERT_EQ(first.result(), QDialog::Accepted);
+  resetGlobals();
+  first.takeSession().reset();
+  const LogInWindow next = window();
+  const auto* database = next.findChild<QComboBox*>(u"Database"_s);
+  EXPECT_EQ(database->currentText(), u"shop @ 127.0.0.1"_s);
+  EXPECT_EQ(database->currentData().toString(), address);
+  EXPECT_EQ(database->toolTip(), address);
+  EXPECT_EQ(database->itemData(0, Qt::ToolTipRole).toString(), address);
+  EXPECT_EQ(database->count(), 1);
+}
+
+TEST_F(ServerLogInTest, ARefusedServerLeavesNoUsersOfTheOneBefore) {
+  logInAs(server().login());
+  LogInWindow logIn = window();
+  logIn.chooseDatabase(server().address().text());
+  const auto* users = logIn.findChild<QComboBox*>(u"User"_s);
+  ASSERT_EQ(users->count(), 1);
+  logIn.findChild<QLineEdit*>(u"Password"_s)->setText(u"typed"_s);
+  logIn.chooseDatabase(server().address().withDatabase(u"nowhere"_s).text());
+  EXPECT_EQ(users->count(), 0);
+  EXPECT_FALSE(users->isEnabled());
+  EXPECT_EQ(logIn.findChild<QLineEdit*>(u"Password"_s)->text(), QString());
+}
+
+// Clicks the button of the box that stands while a server is waited for.
+class Canceller : public QTimer {
+ public:
+  Canceller() {
+    callOnTimeout(this, [this] {
+      auto* box = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
+      if (!box || box->objectName() != "ServerWait"_L1) return;
+      ++clicks;
+      if (onClick) onClick();
+      box->findChild<QPushButton*>()->click();
+    });
+    start(10);
+  }
+  int clicks = 0;
+  std::function<void()> onClick;
+};
+
+TEST_F(ServerLogInTest, TheWindowStandsBeforeASilentServerIsAskedAndWaitingForItIsCancelled) {
+  logInAs({u"sa"_s, u"secret"_s});
+  QTcpServer silent;
+  ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
+  LogInWindow logIn = window();
+  Canceller canceller;
+  canceller.onClick = [&] { EXPECT_TRUE(logIn.isVisible()); };
+  QElapsedTimer clock;
+  clock.start();
+  logIn.begin(u"Driver=FreeTDS;Server=127.0.0.1;Port=%1;Database=shop"_s.arg(silent.serverPort()));
+  EXPECT_EQ(canceller.clicks, 1);
+  EXPECT_LT(clock.elapsed(), 3'000);
+  EXPECT_TRUE(logIn.findChild<QLabel*>(u"Problem"_s)->text().contains(u"已取消"_s));
+  EXPECT_FALSE(logIn.findChild<QPushButton*>(u"btn_ok"_s)->isEnabled());
+  EXPECT_FALSE(QApplication::overrideCursor());
+}
+
+TEST_F(ServerLogInTest, TheTestOfAConnectionIsCancelled) {
+  QTcpServer silent;
+  ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
+  ServerDialog dialog(ServerAddress::parse(u"Driver=FreeTDS;Server=127.0.0.1;Port=%1;Database=shop"_s.arg(
+                          silent.serverPort())),
+                      {u"sa"_s, u"secret"_s});
+  dialog.show();
+  const Canceller canceller;
+  dialog.findChild<QPushButton*>(u"btn_test"_s)->click();
+  EXPECT_EQ(canceller.clicks, 1);
+  EXPECT_TRUE(dialog.findChild<QLabel*>(u"TestResult"_s)->text().contains(u"已取消"_s));
 }
 
 TEST_F(ServerLogInTest, TheDialogOffersTheSystemsAccount) {

@@ -25,7 +25,8 @@ struct OdbcMessage {
   engine::Diagnostic toNotice() const;
 };
 
-// All messages of the last call on the handle, in the order in which the server sent them.
+// All messages of the last call on the handle. Drivers rank them: errors first, then what has a number, each
+// kind in the order in which the server sent it.
 std::vector<OdbcMessage> messagesOf(const OdbcHandle& handle);
 
 // The one to tell: the first error, else the first message, else one that says that nothing was said.
