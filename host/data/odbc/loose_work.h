@@ -12,7 +12,7 @@
 namespace goodsbook {
 
 // Counts the work that goes on loose.
-class LooseWork {
+class GOODSBOOKHOST_EXPORT LooseWork {
  public:
   LooseWork();
   ~LooseWork();
@@ -30,12 +30,13 @@ auto startLoose(Work&& work) {
   using Result = std::invoke_result_t<std::decay_t<Work>>;
   std::promise<Result> told;
   auto future = told.get_future();
-  auto body = [counted = std::make_unique<LooseWork>(), own = std::forward<Work>(work),
+  auto body = [counted = std::make_unique<LooseWork>(),
+               own = std::make_unique<std::decay_t<Work>>(std::forward<Work>(work)),
                promise = std::move(told)]() mutable {
     auto telling = std::move(promise);
     const auto run = [&own] {
-      auto mine = std::move(own);
-      return mine();
+      const auto mine = std::move(own);
+      return (*mine)();
     };
     try {
       if constexpr (std::is_void_v<Result>) {
