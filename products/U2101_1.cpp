@@ -145,6 +145,12 @@ void TF2101_1::addUnitRow() {
 
 void TF2101_1::removeUnitRow() {
   if (isReadOnly() || DataSetDJ.isEmpty()) return;
+  DBGridEh1->dropCell();
+  DBGridEh1->setFocus();
+  if (DataSetDJ.state() == RecordSet::State::Insert && !DataSetDJ.isModified()) {
+    DataSetDJ.cancel();
+    return;
+  }
   DataSetDJ.remove();
   gridChange();
 }

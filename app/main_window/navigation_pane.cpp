@@ -69,6 +69,10 @@ NavigationPane::NavigationPane(const std::function<bool(int)>& allowed, QWidget*
   connect(tree_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) {
     choose(item, QApplication::keyboardModifiers() & Qt::ControlModifier);
   });
+  // The second press has given the tree the focus again; what the first one opened comes to the front.
+  connect(tree_, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem* item) {
+    if (!(QApplication::keyboardModifiers() & Qt::ControlModifier)) choose(item, false);
+  });
   connect(tree_, &QTreeWidget::customContextMenuRequested, this, &NavigationPane::showMenu);
 }
 

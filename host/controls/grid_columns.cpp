@@ -154,12 +154,17 @@ void TDBGridEh::Private::sortBy(int column) {
 void TDBGridEh::Private::sort(const QString& field, bool descending) {
   RecordSet* rows = model->recordSet();
   if (rows == nullptr || !rows->isOpen()) return;
+  // The view forgets both with the old order.
+  const int column = q->currentIndex().column();
+  const int scrolled = q->horizontalScrollBar()->value();
   QApplication::setOverrideCursor(Qt::WaitCursor);
   guarded(q, [&] {
     rows->waitForAll();
     rows->setSort(field, descending);
   });
   QApplication::restoreOverrideCursor();
+  if (column >= 0) q->setCurrentIndex(model->index(q->currentIndex().row(), column));
+  q->horizontalScrollBar()->setValue(scrolled);
   showSort();
 }
 

@@ -6,6 +6,7 @@
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTreeWidget>
+#include <QtTest/QTest>
 
 #include "app/driver/drive_desktop.h"
 #include "app/driver/driver.h"
@@ -132,6 +133,21 @@ TEST_F(MainWindowTest, TheKeyboardIsInTheListThatOpensComesBackOrIsLeft) {
   pressInWindow(u"Ctrl+W"_s);
   done({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 0}});
   EXPECT_TRUE(inGrid()) << "in the tab that is left";
+}
+
+TEST_F(MainWindowTest, ADoubleClickInThePaneLeadsIntoTheList) {
+  showWindow();
+  onGui([this] {
+    activate(*window_);
+    auto* tree = window_->findChild<QTreeWidget*>();
+    QTreeWidgetItem* item = tree->topLevelItem(0)->child(0);
+    const QPoint place = tree->visualItemRect(item).center();
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+  });
+  done({{u"cmd"_s, u"wait"_s}, {u"ms"_s, 0}});
+  EXPECT_EQ(tabs().size(), 1);
+  onGui([this] { EXPECT_NE(qobject_cast<TDBGridEh*>(window_->focusWidget()), nullptr); });
 }
 
 TEST_F(MainWindowTest, KeysGoThroughTheTabsAndCloseThem) {

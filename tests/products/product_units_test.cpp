@@ -257,6 +257,30 @@ TEST_F(ProductUnits, TheKeyboardGoesThroughTheGridAndOn) {
   click(u"btn_Cancel"_s);
 }
 
+TEST_F(ProductUnits, ARowGoesUnderAnOpenCellAndTheKeyboardStays) {
+  openUnits(u"Act_Edit"_s);
+  cellClick(grid, 1, u"SJ"_s);
+  press(u"5"_s);
+  press(u"Ctrl+Delete"_s);
+  EXPECT_EQ(rows(grid).size(), 1);
+  EXPECT_EQ(focused(), grid);
+  press(u"Ins"_s);
+  EXPECT_EQ(rows(grid).size(), 2);
+  EXPECT_EQ(messages(), Lines());
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(ProductUnits, ANewRowThatGoesAgainIsNoInput) {
+  openUnits(u"Act_Edit"_s);
+  focus(grid);
+  press(u"Ins"_s);
+  press(u"Ctrl+Delete"_s);
+  EXPECT_EQ(rows(grid).size(), 2);
+  press(u"Esc"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(frontClass(), u"TF2101"_s);
+}
+
 TEST_F(ProductUnits, TheKeyboardLeavesAGridThatIsOnlyLookedAt) {
   openUnits(u"Act_View"_s);
   focus(grid);
