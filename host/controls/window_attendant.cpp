@@ -1,8 +1,8 @@
 #include "host/controls/window_attendant.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QElapsedTimer>
-#include <QKeyEvent>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QThread>
@@ -32,18 +32,20 @@ class WaitBox : public QProgressDialog {
     setMinimumWidth(fontMetrics().averageCharWidth() * 40);
     setAutoClose(false);
     setAutoReset(false);
+    // The box comes up under the hands of somebody who types: Return and blanks are meant for the window.
+    for (QPushButton* button : findChildren<QPushButton*>()) {
+      button->setFocusPolicy(Qt::NoFocus);
+      button->setAutoDefault(false);
+    }
   }
 
  protected:
-  void keyPressEvent(QKeyEvent* event) override {
-    if (mayGiveUp_ || event->key() != Qt::Key_Escape) QProgressDialog::keyPressEvent(event);
+  void reject() override {
+    if (mayGiveUp_) cancel();
   }
   void closeEvent(QCloseEvent* event) override {
-    if (mayGiveUp_) {
-      QProgressDialog::closeEvent(event);
-    } else {
-      event->ignore();
-    }
+    reject();
+    event->ignore();  // it goes with the wait
   }
 
  private:

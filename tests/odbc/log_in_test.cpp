@@ -7,6 +7,7 @@
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QTcpServer>
+#include <QTest>
 #include <QTimer>
 #include <functional>
 
@@ -130,7 +131,7 @@ TEST_F(ServerLogInTest, ARefusedServerLeavesNoUsersOfTheOneBefore) {
   EXPECT_EQ(logIn.findChild<QLineEdit*>(u"Password"_s)->text(), QString());
 }
 
-// Clicks the button of the box that stands while a server is waited for.
+// Cancels the box that stands while a server is waited for, which what is typed does not.
 class Canceller : public QTimer {
  public:
   Canceller() {
@@ -139,11 +140,18 @@ class Canceller : public QTimer {
       if (!box || box->objectName() != "ServerWait"_L1) return;
       ++clicks;
       if (onClick) onClick();
-      box->findChild<QPushButton*>()->click();
+      for (const Qt::Key typed : {Qt::Key_Return, Qt::Key_Space, Qt::Key_Enter}) QTest::keyClick(box, typed);
+      EXPECT_FALSE(box->wasCanceled());
+      if (byKey) {
+        QTest::keyClick(box, Qt::Key_Escape);
+      } else {
+        box->findChild<QPushButton*>()->click();
+      }
     });
     start(10);
   }
   int clicks = 0;
+  bool byKey = false;
   std::function<void()> onClick;
 };
 
@@ -171,7 +179,8 @@ TEST_F(ServerLogInTest, TheTestOfAConnectionIsCancelled) {
                           silent.serverPort())),
                       {u"sa"_s, u"secret"_s});
   dialog.show();
-  const Canceller canceller;
+  Canceller canceller;
+  canceller.byKey = true;
   dialog.findChild<QPushButton*>(u"btn_test"_s)->click();
   EXPECT_EQ(canceller.clicks, 1);
   EXPECT_TRUE(dialog.findChild<QLabel*>(u"TestResult"_s)->text().contains(u"已取消"_s));
