@@ -21,6 +21,7 @@ class TF2101_1 : public ProductEditor {
  protected:
   void RefreshData() override;
   void SaveData() override;
+  void showSaved() override;
   void Edit1Exit() override;
   void FormKeyDown(QKeyEvent* event) override;
   void AllChange() override;
@@ -58,7 +59,6 @@ class TF2101_1 : public ProductEditor {
   QString unitStatements() const;
   QString closingStatements() const;
   void save(const QString& batch);  // and the picture, if it is to be stored
-  void showInList();
 
   RecordSet DataSetDJ;    // the units grid
   RecordSet AdoQry_Pict;  // the picture's row

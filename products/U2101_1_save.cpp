@@ -31,7 +31,6 @@ void TF2101_1::SaveData() {
   confirmOtherStyle();
   drawNumber();  // last of all, so that a save that is refused uses up none
   save(headerStatements() + unitStatements() + closingStatements());
-  showInList();
 }
 
 // F6 and a copied product bring here what was never left as a field.
@@ -124,10 +123,10 @@ void TF2101_1::save(const QString& batch) {
   if (AdoQry_Pict.isEmpty()) AdoQry_Pict.append();
   execSqlWithPicture(moduleCode_, code, mode(), batch,
                      {AdoQry_Pict, u"D1801"_s, u"WL_ID"_s, code, u"pict"_s});
-  if (AdoQry_Pict.state() != RecordSet::State::Browse) AdoQry_Pict.post();
 }
 
-void TF2101_1::showInList() {
+void TF2101_1::showSaved() {
+  if (AdoQry_Pict.state() != RecordSet::State::Browse) AdoQry_Pict.post();
   RecordSet& list = listRows();
   storeHeader();
   list.setValue(u"PYM"_s, Zpy::GetPY(text(u"Edit2"_s)));

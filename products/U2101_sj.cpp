@@ -36,6 +36,7 @@ TF2101_SJ::TF2101_SJ(QWidget* owner) : TFrm_Base_Dialog(owner), DBGridEh(new TDB
   DBGridEh->setEmptyText(tr("还没有仓库，请先在【仓库基本资料】中增加"));
   DBGridEh->setRecordSet(&AdoQry_Main);
   connect(DBGridEh, &TDBGridEh::enteredBehindLast, this, &TF2101_SJ::focusNextField);
+  connect(&AdoQry_Main, &RecordSet::afterPost, this, &TF2101_SJ::AllChange);
   FormBuilder form(*this);
   form.wide(DBGridEh, 1);
   form.note(u"Label1"_s, tr("系统提示：价格为0或空白将不被保存。本模块确定后即保存。"));

@@ -34,6 +34,7 @@ TF2101_TM::TF2101_TM(QWidget* owner) : TFrm_Base_Dialog(owner) {
   auto* barcodes = new QPlainTextEdit(body());
   barcodes->setObjectName(u"Memo1"_s);
   barcodes->setTabChangesFocus(true);
+  connect(barcodes, &QPlainTextEdit::textChanged, this, &TF2101_TM::AllChange);
   form.wide(barcodes, 1);
   form.note(u"Label1"_s, tr("系统提示：换行请按 【CTRL+回车】，本模块点击【确定】后即保存。"));
   QPushButton* clear = makeButton(u"bsSkinButton1"_s, tr("清空"));

@@ -99,10 +99,9 @@ void ProductEditor::Edit1Exit() {
 // product's.
 void ProductEditor::refuseCodeWithUnits() {
   const QString code = text(u"Edit1"_s);
-  const SqlSets units =
-      runSql(Session::current().database(), u"select top 1 adw from D1801DW where WL_ID="_s + QuotedStr(code),
-             Database::Permission::Screens);
-  if (units.sets.empty() || units.sets.front().rows.empty()) return;
+  const SqlSet units = readSql(Session::current().database(),
+                               u"select top 1 adw from D1801DW where WL_ID="_s + QuotedStr(code));
+  if (units.rows.empty()) return;
   DISPINFO(tr("编号【%1】属于已删除的商品，其单位资料仍在，请换一个编号!").arg(code), 5);
   throw EAbort();
 }

@@ -22,6 +22,7 @@ class QuickProductEditor : public ProductEditor {
   QuickProductEditor(bool hasReferencePrices, QWidget* owner);
   void RefreshData() override;
   void SaveData() override;
+  void showSaved() override;
 
  private:
   void buildFields();
@@ -41,6 +42,7 @@ class QuickProductEditor : public ProductEditor {
   void checkCodes();
   void checkPrices();
   void drawNumber();
+  void takeCodeAsBarcode();  // where there is none
   QString headerStatements() const;
   QString unitStatement() const;
   QString referencePrices(

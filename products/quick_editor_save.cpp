@@ -39,8 +39,8 @@ void QuickProductEditor::SaveData() {
   checkCodes();
   checkPrices();
   drawNumber();
-  const bool takesCode = !GKH1 && text(u"TM"_s).isEmpty();
-  if (takesCode) setText(u"TM"_s, text(u"Edit1"_s));
+  const bool takesCode = text(u"TM"_s).isEmpty();
+  takeCodeAsBarcode();
   try {
     refuseWithdrawnNegativeStock(tr("该商品当前库存为负库存,不能取消该商品的负库存状态!"));
     ExecSql(moduleCode_, text(u"Edit1"_s), mode(), headerStatements() + unitStatement() + stockStatement(),
@@ -49,6 +49,14 @@ void QuickProductEditor::SaveData() {
     if (takesCode) setText(u"TM"_s, {});  // the next try may draw another number
     throw;
   }
+}
+
+void QuickProductEditor::takeCodeAsBarcode() {
+  if (!GKH1 && text(u"TM"_s).isEmpty()) setText(u"TM"_s, text(u"Edit1"_s));
+}
+
+void QuickProductEditor::showSaved() {
+  takeCodeAsBarcode();  // a save whose answer was lost has given it back
   if (fromDocument_) {
     appendPurchaseLine();
   } else {

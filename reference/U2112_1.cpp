@@ -109,7 +109,6 @@ void TF2112_1::SaveData() {
   ExecSql(moduleCode_, text(u"Edit1"_s), mode(),
           reference::composed(isAdding() ? insertStatement : updateStatement, *this, values), 0, false, true,
           false, true);
-  storeFields();
 }
 
 }  // namespace goodsbook

@@ -118,9 +118,13 @@ void TF2122_1::SaveData() {
   ExecSql(moduleCode_, text(u"Edit1"_s), mode(),
           reference::composed(isAdding() ? insertStatement : updateStatement, *this, values), 0, false, true,
           false, true);
+}
+
+void TF2122_1::showSaved() {
+  const bool bank = isBank();
   listRows().setValue(u"classid"_s, bank ? 1 : 0);
   listRows().setValue(u"clsname"_s, bank ? tr("银行存款") : tr("现金"));
-  storeFields();
+  TFrm_Base_Detail::showSaved();
 }
 
 }  // namespace goodsbook

@@ -15,6 +15,7 @@ class TF2122_1 : public TFrm_Base_Detail {
  protected:
   void RefreshData() override;
   void SaveData() override;
+  void showSaved() override;
 
  private:
   void Edit1Exit();

@@ -64,7 +64,6 @@ void CodeTableEditor::SaveData() {
                                  {u"row"_s, listRows().text(table_.keyField)}};
   const QString sql = reference::composed(isAdding() ? table_.insert : table_.update, *this, values);
   ExecSql(moduleCode_, text(u"Edit1"_s), mode(), sql, 0, false, true, false, true);
-  storeFields();
 }
 
 }  // namespace goodsbook

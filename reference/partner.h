@@ -56,17 +56,19 @@ class PartnerEditor : public TFrm_Base_Detail {
   PartnerEditor(const Partner& partner, QWidget* owner);
   void RefreshData() override;
   void SaveData() override;
+  void showSaved() override;
 
  private:
   void declareFields();
   void Edit1Exit();
   void OPENURLClick();
   bool drawsNumber() const;  // codes are numbered, and this one is new
-  QStringList nameCodes();   // names the codes that the user has not passed; those that do not exist
+  void nameCodes();          // names the codes that the user has not passed
 
   const Partner& partner_;
   LinkLabel* OPENURL = nullptr;
   QString defaultDelivery_;
+  QStringList missingCodes_;  // that do not exist, though the partner was saved with them
 };
 
 }  // namespace goodsbook

@@ -136,7 +136,7 @@ void PartnerEditor::Edit1Exit() {
 
 void PartnerEditor::SaveData() {
   if (drawsNumber()) Edit1Exit();
-  const QStringList missing = nameCodes();
+  nameCodes();
   reference::Values values{{u"pym"_s, Zpy::GetPY(text(u"Edit2"_s).trimmed())}};
   if (isAdding()) {
     // The account number's first four characters are year and month; the account goes on counting behind its
@@ -150,22 +150,24 @@ void PartnerEditor::SaveData() {
   ExecSql(moduleCode_, text(u"Edit1"_s), mode(),
           reference::composed(isAdding() ? partner_.insert() : partner_.update(), *this, values), 65535,
           false, true, false, true);
+}
+
+void PartnerEditor::showSaved() {
   if (partner_.hasSalesperson) listRows().setValue(u"KM_IDA"_s, text(u"YW_ID"_s));
-  storeFields();
-  if (missing.isEmpty()) return;
-  DISPINFO(tr("已保存，但%1不存在：建立之前，刷新后的列表中看不到它。").arg(missing.join(u"、"_s)), 5);
+  TFrm_Base_Detail::showSaved();
+  if (missingCodes_.isEmpty()) return;
+  DISPINFO(tr("已保存，但%1不存在：建立之前，刷新后的列表中看不到它。").arg(missingCodes_.join(u"、"_s)), 5);
 }
 
 // The list joins regions and delivery methods. A new partner starts with codes that need not be there.
-QStringList PartnerEditor::nameCodes() {
-  QStringList missing;
+void PartnerEditor::nameCodes() {
+  missingCodes_.clear();
   for (const QString& element : {u"addr_id"_s, u"SEND_ID"_s}) {
     const TExtEdit* edit = lookupEdit(element);
     const std::optional<QString> name = edit->lookup()->nameOf(edit->text());
     edit->nameLabel()->setText(name.value_or(QString()));
-    if (!name) missing << labelOf(edit) + u"【"_s + edit->text().trimmed() + u'】';
+    if (!name) missingCodes_ << labelOf(edit) + u"【"_s + edit->text().trimmed() + u'】';
   }
-  return missing;
 }
 
 void PartnerEditor::OPENURLClick() {

@@ -86,7 +86,10 @@ void TreeTableEditor::SaveData() {
   const QString sql =
       reference::composed(isAdding() ? table_.insert : table_.update, *this, values) + furtherStatements();
   ExecSql(moduleCode_, code, mode(), sql, table_.saveLimit, false, true, false, true);
-  placeNode(code, name);
+}
+
+void TreeTableEditor::showSaved() {
+  placeNode(text(codeElement()), text(table_.nameElement));
 }
 
 }  // namespace goodsbook

@@ -51,6 +51,7 @@ class TreeTableEditor : public TFrm_Base_Node_d {
   TreeTableEditor(const TreeTable& table, QWidget* owner);
   void RefreshData() override;
   void SaveData() override;
+  void showSaved() override;
   // What a save runs behind the row's own statement, in the same batch.
   virtual QString furtherStatements() { return {}; }
   const QString& codeElement() const { return table_.fields.front().name; }

@@ -43,9 +43,14 @@ class GOODSBOOKHOST_EXPORT Database {
   virtual bool inTransaction() const = 0;
 
   // Runs a batch together with its line in the audit table, in a transaction of its own. Whatever becomes of
-  // the connection meanwhile, the batch is never saved twice.
+  // the connection meanwhile, the batch is never saved twice: ESaveUnknown where the answer to the commit is
+  // lost and the server cannot be asked. The same batch, sent again next, is looked up first.
   // `within`, if any, runs behind the batch in that transaction: what it throws takes the batch back.
   virtual void save(const QString& batch, const AuditLine& line, const std::function<void()>& within = {});
+
+  // Whether the save that ended in ESaveUnknown was committed; EDatabaseError while it cannot be told. An
+  // embedded database always knows what it has committed: nothing there ends so.
+  virtual bool wasSaved(const QString& /*save*/) { return false; }
 
   // save() for work that takes long: where the database can do it beside the window's thread, `pause` is
   // called every few milliseconds meanwhile. No transaction may be open; `pause` must not throw.

@@ -15,6 +15,11 @@ EDatabaseError::EDatabaseError(int errorNumber, int errorSeverity, int errorStat
 
 EDatabaseError::~EDatabaseError() = default;
 
+ESaveUnknown::ESaveUnknown(const EDatabaseError& why, QString nameOfSave)
+    : EDatabaseError(why), save(std::move(nameOfSave)) {}
+
+ESaveUnknown::~ESaveUnknown() = default;
+
 EAbort::~EAbort() = default;
 
 }  // namespace goodsbook

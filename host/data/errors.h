@@ -24,6 +24,16 @@ class GOODSBOOKHOST_EXPORT EDatabaseError : public std::exception {
   QByteArray utf8_;
 };
 
+// Nobody knows whether a save was committed: its answer is lost, and the server cannot be asked yet.
+// Database::wasSaved() asks it, by the save's name.
+class GOODSBOOKHOST_EXPORT ESaveUnknown : public EDatabaseError {
+ public:
+  ESaveUnknown(const EDatabaseError& why, QString nameOfSave);
+  ~ESaveUnknown() override;
+
+  const QString save;
+};
+
 // Ends the running action silently: what had to be said has been said.
 class GOODSBOOKHOST_EXPORT EAbort : public std::exception {
  public:

@@ -42,4 +42,11 @@ SqlSets runSql(Database& database, const QString& batch, Database::Permission pe
   return std::move(gatherer.result);
 }
 
+SqlSet readSql(Database& database, const QString& select) {
+  Gatherer gatherer;
+  database.query(select, gatherer);
+  std::vector<SqlSet>& sets = gatherer.result.sets;
+  return sets.empty() ? SqlSet() : std::move(sets.front());
+}
+
 }  // namespace goodsbook

@@ -25,4 +25,7 @@ struct SqlSets {
 GOODSBOOKHOST_EXPORT SqlSets runSql(Database& database, const QString& batch,
                                     Database::Permission permission);
 
+// Reads the rows of one select, without a transaction of its own.
+GOODSBOOKHOST_EXPORT SqlSet readSql(Database& database, const QString& select);
+
 }  // namespace goodsbook

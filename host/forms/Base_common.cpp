@@ -76,9 +76,8 @@ void TFrm_Base_Common::SetUserParam(const Trecord& record) {
 QString TFrm_Base_Common::Getsysinfo(const QString& name) const {
   if (const std::optional<QString> global = globalText(name)) return *global;
   const QString select = u"select VALUE from SYS_SETTING where NAME="_s + QuotedStr(name);
-  const SqlSets answer = runSql(Session::current().database(), select, Database::Permission::Screens);
-  if (answer.sets.empty() || answer.sets.front().rows.empty()) return {};
-  return answer.sets.front().rows.front().front().value_or(QString());
+  const SqlSet found = readSql(Session::current().database(), select);
+  return found.rows.empty() ? QString() : found.rows.front().front().value_or(QString());
 }
 
 void TFrm_Base_Common::CheckBlank(QLineEdit* edit) {
@@ -194,6 +193,11 @@ bool TFrm_Base_Common::focusMoved(QWidget* from, QWidget* to) {
   while (field != this && !exitChecks_.contains(field)) field = field->parentWidget();
   if (field == this || field == to || field->isAncestorOf(to)) return true;
   if (!field->isVisible() || !isOpen(field)) return true;
+  FieldSet::Bound* bound = fields_.find(field);
+  if (bound && bound->spec.code && !looksUpCodes()) {
+    bound->passed = false;
+    return true;
+  }
   return runExitCheck(field, to);
 }
 

@@ -112,6 +112,9 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Common : public TFrm_Base {
   virtual void FormKeyDown(QKeyEvent* event);
   virtual void FormClose();  // it is being closed
 
+  // False puts off the checks of code fields until OK, which makes up for them in CheckAll.
+  virtual bool looksUpCodes() const { return true; }
+
   void setLoading(bool on) { loading_ = on; }
   void focusFirst(QWidget* field);  // focus and select all
   void focusFirstField();           // the first one that can be changed

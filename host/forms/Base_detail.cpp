@@ -57,6 +57,7 @@ void TFrm_Base_Detail::watchRow() {
 }
 
 void TFrm_Base_Detail::openFilled() {
+  endDoubt();
   loading_ = true;
   const auto ended = qScopeGuard([this] { loading_ = false; });
   firstFocus.clear();
@@ -104,7 +105,9 @@ QString TFrm_Base_Detail::rowCaption() const {
 }
 
 void TFrm_Base_Detail::AllChange() {
-  if (!loading()) modified_ = true;
+  if (loading()) return;
+  modified_ = true;
+  OkCancelScreen::AllChange();
 }
 
 void TFrm_Base_Detail::enableOk() {
@@ -120,7 +123,19 @@ void TFrm_Base_Detail::btn_okClick() {
   CheckAll();
   if (mode_ == "Edit"_L1 && listRows().hasField(bodyParam(bodyparam::keyField)))
     rowGuard_.confirmSave(*this, rowCaption());
-  saveWithRow();
+  withRow([this] {
+    SaveData();
+    showSaved();
+  });
+  closeSaved();
+}
+
+void TFrm_Base_Detail::endSaved() {
+  withRow([this] { showSaved(); });
+  closeSaved();
+}
+
+void TFrm_Base_Detail::closeSaved() {
   saved_ = true;
   modified_ = false;
   if (isAdding() && addsOn && ContinueAdd->isChecked()) {
@@ -131,7 +146,8 @@ void TFrm_Base_Detail::btn_okClick() {
   }
 }
 
-void TFrm_Base_Detail::saveWithRow() {
+// Does `work` on the row that is edited or, for a new one, appended.
+void TFrm_Base_Detail::withRow(const std::function<void()>& work) {
   RecordSet& rows = listRows();
   const bool appends = isAdding() && appendsRow;
   if (appends) rows.waitForAll();
@@ -140,7 +156,7 @@ void TFrm_Base_Detail::saveWithRow() {
   const RecordSet::Bookmark before = hadRow ? rows.bookmark() : RecordSet::Bookmark();
   if (appends) rows.append();
   try {
-    SaveData();
+    work();
     if (isEditing(rows)) rows.post();
   } catch (...) {
     if (isEditing(rows)) rows.cancel();

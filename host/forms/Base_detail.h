@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "host/export.h"
 #include "host/forms/ok_cancel_screen.h"
 #include "host/forms/row_guard.h"
@@ -8,10 +10,10 @@ namespace goodsbook {
 
 // The editor of one row of a list. Modes are the texts "Add", "CopyAdd", "Edit", "ReadOnly".
 //
-// OK runs the exit check of the field that has the focus, then CheckAll, then SaveData. For "Add" and
-// "CopyAdd" it appends a row to the list's record set before SaveData, so that "the current row" is the one
-// to fill; when SaveData does not come to its end that row is gone again, an edited row is as it was, and the
-// editor stays open with its input.
+// OK runs the exit check of the field that has the focus, then CheckAll, then SaveData and showSaved. For
+// "Add" and "CopyAdd" it appends a row to the list's record set before SaveData, so that "the current row" is
+// the one to fill; when they do not come to their end that row is gone again, an edited row is as it was, and
+// the editor stays open with its input.
 //
 // In "Edit" the row as another program left it meanwhile is told before the save (RowGuard).
 class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public OkCancelScreen {
@@ -43,8 +45,11 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public OkCancelScreen {
   // elements and calls this, which applies the mode and the locks, gives the focus and ends loading. Here,
   // too: the declared columns are filled by loadFields().
   virtual void RefreshData();
-  // Writes the database and the list's current row. EAbort and database errors leave the editor open.
+  // Writes the database. EAbort and database errors leave the editor open.
   virtual void SaveData() = 0;
+  // Writes what was saved into the list's current row: here, the declared columns. Where the answer to a save
+  // was lost it comes at a later OK, with nothing before it and the elements as SaveData left them.
+  virtual void showSaved() { storeFields(); }
 
   void loadFields();   // "Add": empties the declared fields; else takes them from the list's current row
   void storeFields();  // declared columns into the list's current row, and posts it
@@ -56,6 +61,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public OkCancelScreen {
   QString lockedFields;  // comma list of element names, case ignored: shown, not changed
 
   void btn_okClick() override;
+  void endSaved() override;
   void btn_CancelClick() override;
   bool okAllowed() const override;
   bool hasUnsavedInput() const override { return modified_ && !isReadOnly(); }
@@ -69,7 +75,8 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public OkCancelScreen {
 
  private:
   void watchRow();
-  void saveWithRow();
+  void withRow(const std::function<void()>& work);
+  void closeSaved();
   void openFilled();
 
   RecordSet* listRows_ = nullptr;

@@ -8,6 +8,7 @@
 
 #include "host/U_function.h"
 #include "host/controls/TDBGridEh.h"
+#include "host/session.h"
 
 using namespace Qt::StringLiterals;
 
@@ -81,12 +82,54 @@ void OkCancelScreen::pressOk() {
   const QPointer<OkCancelScreen> self = this;
   keepPlace(btn_ok, focusWidget());
   const bool ended = guarded(this, [this] {
-    if (takeCells() && leaveFor(btn_ok)) btn_okClick();
+    if (takeCells() && leaveFor(btn_ok)) runOk();
   });
   if (!self) return;
   pressing_ = false;
   // Unless whatever refused it put the focus elsewhere, the user goes on where he was.
   if (!ended && focusWidget() == btn_ok) backToPlace(btn_ok);
+}
+
+void OkCancelScreen::runOk() {
+  const QPointer<OkCancelScreen> self = this;
+  const bool saved = wasSaved();
+  try {
+    if (saved) {
+      endSaved();
+    } else {
+      endDoubt();
+      btn_okClick();
+    }
+  } catch (const ESaveUnknown& unknown) {
+    if (self) doubt_ = Doubt{.save = unknown.save};
+    throw;
+  }
+}
+
+bool OkCancelScreen::wasSaved() const {
+  if (!doubt_ || !Session::current().database().wasSaved(doubt_->save)) return false;
+  if (!wasChangedSince()) return true;
+  throw EDatabaseError(50000, 16, 1, 1,
+                       tr("上一次其实已经保存，之后又改了内容，这一次没有保存。请关闭后重新打开再修改。"));
+}
+
+bool OkCancelScreen::wasChangedSince() const {
+  return doubt_->changedSince || std::ranges::any_of(grids(), [](const TDBGridEh* grid) {
+           return !grid->isReadOnly() && grid->recordSet() && grid->recordSet()->isModified();
+         });
+}
+
+void OkCancelScreen::endSaved() {
+  done(QDialog::Accepted);
+}
+
+void OkCancelScreen::AllChange() {
+  if (doubt_) doubt_->changedSince = true;
+}
+
+void OkCancelScreen::done(int result) {
+  endDoubt();
+  TFrm_Base_Common::done(result);
 }
 
 void OkCancelScreen::reject() {

@@ -23,8 +23,7 @@ struct Texts {
 using Row = std::vector<std::optional<QString>>;
 
 SqlSet read(const QString& select) {
-  SqlSets answer = runSql(Session::current().database(), select, Database::Permission::Screens);
-  return answer.sets.empty() ? SqlSet() : std::move(answer.sets.front());
+  return readSql(Session::current().database(), select);
 }
 
 QString isRow(const QString& column, const QString& key) {

@@ -29,7 +29,6 @@ class UnitEditor : public TFrm_Base_Detail {
     ExecSql(moduleCode(), text(u"Edit1"_s), mode(),
             u"insert into D1003 (dw_id,dw_name) values ('%1','%2')"_s.arg(text(u"Edit1"_s), text(u"Edit2"_s)),
             0);
-    storeFields();
   }
 };
 

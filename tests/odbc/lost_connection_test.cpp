@@ -247,16 +247,33 @@ TEST_F(LostConnectionTest, ALossThatAListHasToldIsNotToldAgainByASave) {
   EXPECT_EQ(goods(), u"1"_s);
 }
 
-TEST_F(LostConnectionTest, ASaveThatWasMadeIsNotMadeAgainWithOtherContents) {
-  relay_->refuseAfterBreak();
+TEST_F(LostConnectionTest, WhetherASaveWasMadeIsToldAsSoonAsTheServerIsBack) {
+  for (const auto moment : {Relay::Moment::BeforeAnswer, Relay::Moment::BeforeSending}) {
+    relay_->refuseAfterBreak();
+    relay_->breakAt("COMMIT", moment);
+    QString name;
+    try {
+      save();
+    } catch (const ESaveUnknown& unknown) {
+      name = unknown.save;
+    }
+    EXPECT_FALSE(name.isEmpty());
+    EXPECT_TRUE(failure([&] { database().wasSaved(name); }).text.contains(u"还不知道"_s));
+    relay_->refuse(false);
+    EXPECT_EQ(database().wasSaved(name), moment == Relay::Moment::BeforeAnswer);
+  }
+}
+
+TEST_F(LostConnectionTest, ALookUpBeginsNoTransaction) {
+  const int begun = relay_->passed("BEGIN");
+  EXPECT_EQ(readSql(database(), u"select 1"_s).rows.size(), 1U);
+  EXPECT_EQ(relay_->passed("BEGIN"), begun);
+}
+
+TEST_F(LostConnectionTest, ACommitOutsideOfASaveIsNotCalledOne) {
   relay_->breakAt("COMMIT", Relay::Moment::BeforeAnswer);
-  failure([&] { save(); });
-  relay_->refuse(false);
-  const EDatabaseError error = failure([&] {
-    database().save(u"insert into goods values (1,'梨')"_s, {u"ADMIN"_s, u"103"_s, u"01"_s, u"Add"_s});
-  });
-  EXPECT_TRUE(error.text.contains(u"已经保存"_s)) << error.what();
-  EXPECT_EQ(goods(), u"1"_s);
+  const EDatabaseError error = failure([&] { run(u"insert into goods values (1,'苹果')"_s); });
+  EXPECT_TRUE(error.text.contains(u"不知道这一步是否已经完成"_s)) << error.what();
 }
 
 TEST_F(LostConnectionTest, ACommitThatIsStoppedIsLookedUp) {

@@ -207,13 +207,14 @@ void OdbcDatabase::commit() {
       inTransaction_ = false;
     } catch (const EConnectionLost&) {
       throw ECommitUnknown(
-          Texts::tr("与服务器 %1 的连接在保存时断开了，不知道是否已经保存。").arg(displayName()));
+          Texts::tr("与服务器 %1 的连接断开了，不知道这一步是否已经完成。再做一次时程序会重新连接。")
+              .arg(displayName()));
     } catch (const EDatabaseError& error) {
       rollback();
       // A commit that was told to stop may have been through already.
       if (error.number != timedOutNumber && error.number != cancelledNumber) throw;
       throw ECommitUnknown(
-          Texts::tr("服务器 %1 在保存时没有及时回答，不知道是否已经保存。").arg(displayName()));
+          Texts::tr("服务器 %1 没有及时回答，不知道这一步是否已经完成。").arg(displayName()));
     }
   });
 }
@@ -235,7 +236,7 @@ void OdbcDatabase::save(const QString& batch, const AuditLine& line, const std::
   requireIdle();
   // It would be told as saved while the one who opened the transaction may still roll back.
   if (inTransaction_) throw EDatabaseError(50000, 16, 1, 1, Texts::tr("有打开的事务时不能单独保存"));
-  if (settlesDoubt(batch, line)) return;
+  if (isSavedAlready(batch, line)) return;
   retried([&] { saveOnce(batch, line, within); });
 }
 
@@ -250,8 +251,8 @@ void OdbcDatabase::saveOnce(const QString& batch, const AuditLine& line,
     execute(auditStatement(line, batch, token), sink, Permission::Screens);
     commit();
   } catch (const ECommitUnknown&) {
-    doubtful_ = Doubtful{token, batch, line.module + u'/' + line.key, line.operation};
-    if (!settlesDoubt(batch, line)) {
+    doubtful_ = Doubtful{token, batch, line.module, line.key, line.operation};
+    if (!isSavedAlready(batch, line)) {
       throw EConnectionLost(
           Texts::tr("与服务器 %1 的连接断开了，没有保存。请再保存一次。").arg(displayName()));
     }
@@ -262,7 +263,7 @@ void OdbcDatabase::saveOnce(const QString& batch, const AuditLine& line,
 void OdbcDatabase::saveBeside(const QString& batch, const AuditLine& line,
                               const std::function<void()>& pause) {
   requireIdle();
-  if (settlesDoubt(batch, line)) return;
+  if (isSavedAlready(batch, line)) return;
   ServerTarget target = pool_->target();
   target.options.attend = {};  // `pause` does that, and the work may take longer than a save
   std::optional<OdbcDatabase> other;
@@ -275,35 +276,32 @@ void OdbcDatabase::saveBeside(const QString& batch, const AuditLine& line,
   }
 }
 
-bool OdbcDatabase::wasCommitted(const QString& token) {
+bool OdbcDatabase::wasSaved(const QString& save) {
   RowCounter found;
-  watched([&] {
-    connected();
-    send(dialect_->auditLineOf(token), found);
-  });
+  try {
+    watched([&] {
+      connected();
+      send(dialect_->auditLineOf(save), found);
+    });
+  } catch (const EDatabaseError&) {
+    throw ESaveUnknown(EConnectionLost(Texts::tr("与服务器 %1 的连接断开了，还不知道上一次是否已经保存。"
+                                                 "连接恢复后请再保存一次：程序会先查对，不会重复保存。")
+                                           .arg(displayName())),
+                       save);
+  }
+  if (doubtful_ && doubtful_->token == save) doubtful_.reset();
   return found.count > 0;
 }
 
-// Whether the batch is the one whose answer was lost and has been saved after all.
-bool OdbcDatabase::settlesDoubt(const QString& batch, const AuditLine& line) {
+// Whether the batch is the one whose answer was lost and has been saved after all. The doubt ends with the
+// answer, or with the next save of something else.
+bool OdbcDatabase::isSavedAlready(const QString& batch, const AuditLine& line) {
   if (!doubtful_) return false;
   const Doubtful asked = *doubtful_;
-  bool saved = false;
-  try {
-    saved = wasCommitted(asked.token);
-  } catch (const EDatabaseError&) {
-    throw EConnectionLost(Texts::tr("与服务器 %1 的连接断开了，还不知道上一次是否已经保存。"
-                                    "连接恢复后请再保存一次：程序会先查对，不会重复保存。")
-                              .arg(displayName()));
-  }
+  const bool same = asked == Doubtful{asked.token, batch, line.module, line.key, line.operation};
+  const bool saved = same && wasSaved(asked.token);
   doubtful_.reset();
-  const bool sameRow = asked.key == line.module + u'/' + line.key && asked.operation == line.operation;
-  if (!saved || !sameRow) return false;
-  if (asked.batch == batch) return true;
-  // Made from what was there before: what it adds is there already.
-  throw EDatabaseError(
-      50000, 16, 1, 1,
-      Texts::tr("上一次其实已经保存，之后又改了内容，这一次没有保存。请关闭后重新打开再修改。"));
+  return saved;
 }
 
 int OdbcDatabase::storeBlob(const QString& table, const QString& field, const QString& keyField,

@@ -25,6 +25,7 @@ class OdbcDatabase : public Database {
   bool inTransaction() const override { return inTransaction_; }
   void save(const QString& batch, const AuditLine& line, const std::function<void()>& within) override;
   void saveBeside(const QString& batch, const AuditLine& line, const std::function<void()>& pause) override;
+  bool wasSaved(const QString& save) override;
   int storeBlob(const QString& table, const QString& field, const QString& keyField, const QString& keyValue,
                 const QByteArray& bytes) override;
   const Dialect& dialect() const { return *dialect_; }
@@ -34,7 +35,8 @@ class OdbcDatabase : public Database {
  private:
   // A save of which nobody knows whether it was committed.
   struct Doubtful {
-    QString token, batch, key, operation;
+    QString token, batch, module, key, operation;
+    bool operator==(const Doubtful&) const = default;
   };
 
   OdbcConnection& connected();  // connects again after a loss
@@ -50,8 +52,7 @@ class OdbcDatabase : public Database {
   template <typename Work>
   void inOwnTransaction(Work&& work);
   void saveOnce(const QString& batch, const AuditLine& line, const std::function<void()>& within);
-  bool wasCommitted(const QString& token);
-  bool settlesDoubt(const QString& batch, const AuditLine& line);
+  bool isSavedAlready(const QString& batch, const AuditLine& line);
 
   std::shared_ptr<OdbcPool> pool_;
   std::mutex mutex_;  // of the pointer, for interrupt()

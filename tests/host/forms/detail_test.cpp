@@ -31,7 +31,9 @@ class Editor : public TFrm_Base_Detail {
   void SaveData() override {
     ++saves;
     if (failure) throw EDatabaseError(2627, 14, 1, 1, u"编号重复"_s);
-    storeFields();
+  }
+  void showSaved() override {
+    TFrm_Base_Detail::showSaved();
     if (failsAfterwards) throw EDatabaseError(50000, 16, 1, 1, u"图片未保存"_s);
   }
   using TFrm_Base_Detail::appendsRow;

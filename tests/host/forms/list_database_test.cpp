@@ -44,7 +44,6 @@ class UnitEditor : public TFrm_Base_Detail {
             isAdding() ? u"insert into D1003 (dw_id,dw_name)ValueS('"_s + code + u"','"_s + name + u"')"_s
                        : u"update D1003 set dw_name='"_s + name + u"' where dw_id='"_s + code + u"'"_s,
             0);
-    storeFields();
   }
 };
 

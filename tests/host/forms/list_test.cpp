@@ -25,7 +25,7 @@ class Editor : public TFrm_Base_Detail {
     loadFields();
     TFrm_Base_Detail::RefreshData();
   }
-  void SaveData() override { storeFields(); }
+  void SaveData() override {}
   std::vector<std::string> opened;
 };
 

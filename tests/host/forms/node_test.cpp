@@ -23,8 +23,8 @@ class Editor : public TFrm_Base_Node_d {
   void SaveData() override {
     if (failure) throw EDatabaseError(2627, 14, 1, 1, u"编号重复"_s);
     parent = parentCode();
-    placeNode(text(u"t0"_s), text(u"t1"_s));
   }
+  void showSaved() override { placeNode(text(u"t0"_s), text(u"t1"_s)); }
   bool failure = false;
   QString parent;
 };

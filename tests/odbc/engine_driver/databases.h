@@ -15,6 +15,7 @@ class Databases {
  public:
   // A folder that is missing is made. A name without a slash is a folder among the temporary ones.
   explicit Databases(const std::string& server);
+  const std::filesystem::path& folder() const { return folder_; }
 
   // The database that is always there, with nothing in it.
   static bool isMaster(const std::string& name);

@@ -12,6 +12,8 @@ std::u16string stateOf(const engine::Diagnostic& message) {
   switch (message.number) {
     case 17:
       return u"08001";
+    case 10054:
+      return u"08S01";
     case 208:
       return u"42S02";
     case 207:

@@ -81,14 +81,18 @@ class Recorder : public engine::ResultSink {
 
 ServerSession::ServerSession(Databases databases, std::string database)
     : databases_(std::move(databases)),
+      cable_(databases_.folder()),
       database_(std::move(database)),
       lockMilliseconds_(usualLockMilliseconds) {
+  cable_.requireWhole();
   engine_ = databases_.open(database_, std::chrono::milliseconds(lockMilliseconds_));
 }
 
 std::vector<Result> ServerSession::run(std::string_view batch) {
   std::vector<Result> results;
   try {
+    cable_.requireWhole();
+    cable_.carries(batch);
     runWords(asPlainLiteralsArrive(batch), results);
   } catch (const engine::SqlError& error) {
     results.push_back({.kind = Result::Kind::Error, .message = error.diagnostic()});
@@ -153,12 +157,15 @@ void ServerSession::runDatabaseStatement(std::string_view batch) {
 }
 
 void ServerSession::begin() {
+  cable_.beginsTransaction();
   ++transactions_;
 }
 
 void ServerSession::commit() {
   if (transactions_ == 0) engine::fail(3902, "COMMIT TRANSACTION 请求没有对应的 BEGIN TRANSACTION。");
+  cable_.mayBreakBeforeCommit();
   if (--transactions_ == 0 && engine_->inTransaction()) engine_->commit();
+  cable_.mayBreakAfterCommit();
 }
 
 void ServerSession::rollback() {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/odbc/engine_driver/cable.h"
 #include "tests/odbc/engine_driver/databases.h"
 #include "tests/odbc/engine_driver/result.h"
 
@@ -29,6 +30,7 @@ class ServerSession {
   void setLockTimeout(int milliseconds);
 
   Databases databases_;
+  Cable cable_;
   std::string database_;
   int lockMilliseconds_;
   std::mutex mutex_;  // of the pointer, for interrupt()
