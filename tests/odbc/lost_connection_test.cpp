@@ -177,6 +177,13 @@ TEST_F(FrozenServerTest, ASaveGivesUpAfterAWhileAndIsSavedOnceLater) {
   EXPECT_EQ(lines(), u"1"_s);
 }
 
+TEST_F(FrozenServerTest, TheStepsOfASaveAreOneWait) {
+  save();
+  EXPECT_EQ(offers_, std::vector<bool>{false});
+  save();
+  EXPECT_EQ(offers_, (std::vector<bool>{false, false}));
+}
+
 TEST_F(FrozenServerTest, ASaveThatFreezesInItsCommitIsLookedUpAndNoWaitOfItIsGivenUp) {
   relay_->freezeAt("COMMIT");
   const EDatabaseError error = failure([&] { save(); });

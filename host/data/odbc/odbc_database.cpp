@@ -44,7 +44,9 @@ class OdbcDatabase::Wait {
   Wait(OdbcDatabase& database, const QString& text, bool mayGiveUp) : database_(database) {
     database.requireIdle();
     const AttendantMaker& attend = database.pool_->target().options.attend;
-    if (attend) attendant_ = attend(text.arg(database.displayName()), mayGiveUp);
+    auto& attendant = database.inSteps_ && !mayGiveUp ? database.attendantOfSteps_ : own_;
+    if (attend && !attendant) attendant = attend(text.arg(database.displayName()), mayGiveUp);
+    attendant_ = attendant.get();
     database.waiting_ = true;
   }
   ~Wait() { database_.waiting_ = false; }
@@ -52,12 +54,28 @@ class OdbcDatabase::Wait {
   Wait& operator=(const Wait&) = delete;
 
   std::function<bool()> goesOn() const {
-    return [this] { return !attendant_ || attendant_->goesOn(); };
+    return [its = attendant_] { return its == nullptr || its->goesOn(); };
   }
 
  private:
   OdbcDatabase& database_;
-  std::unique_ptr<ServerAttendant> attendant_;
+  std::unique_ptr<ServerAttendant> own_;
+  ServerAttendant* attendant_;
+};
+
+// All waits meanwhile are one to whoever sits there.
+class OdbcDatabase::Steps {
+ public:
+  explicit Steps(OdbcDatabase& database) : database_(database) { database.inSteps_ = true; }
+  ~Steps() {
+    database_.inSteps_ = false;
+    database_.attendantOfSteps_.reset();
+  }
+  Steps(const Steps&) = delete;
+  Steps& operator=(const Steps&) = delete;
+
+ private:
+  OdbcDatabase& database_;
 };
 
 void OdbcDatabase::requireIdle() const {
@@ -234,6 +252,7 @@ void OdbcDatabase::rollback() {
 
 void OdbcDatabase::save(const QString& batch, const AuditLine& line, const std::function<void()>& within) {
   requireIdle();
+  const Steps steps(*this);
   // It would be told as saved while the one who opened the transaction may still roll back.
   if (inTransaction_) throw EDatabaseError(50000, 16, 1, 1, Texts::tr("有打开的事务时不能单独保存"));
   if (isSavedAlready(batch, line)) return;

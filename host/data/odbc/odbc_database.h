@@ -45,6 +45,7 @@ class OdbcDatabase : public Database {
   void send(const QString& batch);
   void read(const QString& select, engine::ResultSink& sink);
   class Wait;
+  class Steps;
   void requireIdle() const;  // EDatabaseError for a step that begins in the middle of another
   QString prepared(const QString& batch) const;
   template <typename Work>
@@ -60,6 +61,8 @@ class OdbcDatabase : public Database {
   std::optional<Dialect> dialect_;  // known from the first connection on
   bool inTransaction_ = false;
   bool waiting_ = false;  // with events let through
+  bool inSteps_ = false;
+  std::unique_ptr<ServerAttendant> attendantOfSteps_;
   std::optional<Doubtful> doubtful_;
 };
 
