@@ -69,7 +69,7 @@ void TF2101_SJ::init(const QString& adw) {
 }
 
 bool TF2101_SJ::hasUnsavedInput() const {
-  return !DBGridEh->isReadOnly() && (AdoQry_Main.hasChanges() || AdoQry_Main.isModified());
+  return !DBGridEh->isReadOnly() && (AdoQry_Main.hasChanges() || AdoQry_Main.isModified() || hasOpenCell());
 }
 
 void TF2101_SJ::showOnly() {

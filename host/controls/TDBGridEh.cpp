@@ -244,8 +244,15 @@ bool TDBGridEh::event(QEvent* event) {
 bool TDBGridEh::focusNextPrevChild(bool next) {
   // Past the item view, which would begin again at the other end.
   // NOLINTNEXTLINE(bugprone-parent-virtual-call)
-  return d_->isOutermost(currentIndex(), next) ? QAbstractScrollArea::focusNextPrevChild(next)
-                                               : QTableView::focusNextPrevChild(next);
+  return !d_->nextStop(currentIndex(), next).isValid() ? QAbstractScrollArea::focusNextPrevChild(next)
+                                                       : QTableView::focusNextPrevChild(next);
+}
+
+QModelIndex TDBGridEh::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  const bool byTab = action == MoveNext || action == MovePrevious;
+  if (!byTab || isReadOnly()) return QTableView::moveCursor(action, modifiers);
+  const QModelIndex to = d_->nextStop(currentIndex(), action == MoveNext);
+  return to.isValid() ? to : currentIndex();
 }
 
 void TDBGridEh::keyPressEvent(QKeyEvent* event) {

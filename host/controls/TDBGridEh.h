@@ -109,6 +109,7 @@ class GOODSBOOKHOST_EXPORT TDBGridEh : public QTableView {
   bool event(QEvent* event) override;
   bool focusNextPrevChild(
       bool next) override;  // behind the last cell and before the first one out of the grid
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   void keyPressEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;

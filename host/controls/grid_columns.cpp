@@ -136,6 +136,7 @@ void TDBGridEh::Private::showHeaderMenu(QPoint place) {
 }
 
 void TDBGridEh::Private::sortBy(int column) {
+  if (!q->takeCell()) return;
   const QString field = model->column(column).field;
   const RecordSet* rows = model->recordSet();
   if (sortable && rows != nullptr && rows->isOpen() && model->fieldOf(column) >= 0) {

@@ -12,6 +12,31 @@ using namespace Qt::StringLiterals;
 
 namespace goodsbook {
 
+namespace {
+
+// Keys that lead from the cell to another one.
+bool leavesCell(const QKeyEvent& key) {
+  switch (key.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+      return true;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+      return key.modifiers() == Qt::NoModifier || key.modifiers() == Qt::ShiftModifier;
+    case Qt::Key_Home:
+    case Qt::Key_End:
+      return (key.modifiers() & Qt::ControlModifier) != 0;
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
 GridDelegate::GridDelegate(TDBGridEh* grid, GridModel* model, const GridPicks* picks)
     : QStyledItemDelegate(grid), grid_(grid), model_(model), picks_(picks) {}
 
@@ -133,33 +158,17 @@ bool GridDelegate::eventFilter(QObject* watched, QEvent* event) {
   if (editor == nullptr || event->type() != QEvent::KeyPress)
     return QStyledItemDelegate::eventFilter(watched, event);
   auto* key = static_cast<QKeyEvent*>(event);
-  const bool moves =
-      key->modifiers() == Qt::NoModifier && (key->key() == Qt::Key_Up || key->key() == Qt::Key_Down);
-  switch (key->key()) {
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-      if (!moves) break;
-      [[fallthrough]];
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Tab:
-    case Qt::Key_Backtab: {
-      const QPointer<QLineEdit> alive(editor);
-      if (!commit(editor)) return true;
-      if (alive != nullptr) close(editor);
-      const bool isEnter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
-      if (isEnter) {
-        Q_EMIT enterPressed();
-      } else {
-        QKeyEvent onward(QEvent::KeyPress, key->key(), key->modifiers());
-        QApplication::sendEvent(grid_, &onward);
-      }
-      return true;
-    }
-    default:
-      break;
+  if (!leavesCell(*key)) return QStyledItemDelegate::eventFilter(watched, event);
+  const QPointer<QLineEdit> alive(editor);
+  if (!commit(editor)) return true;
+  if (alive != nullptr) close(editor);
+  if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+    Q_EMIT enterPressed();
+  } else {
+    QKeyEvent onward(QEvent::KeyPress, key->key(), key->modifiers());
+    QApplication::sendEvent(grid_, &onward);
   }
-  return QStyledItemDelegate::eventFilter(watched, event);
+  return true;
 }
 
 }  // namespace goodsbook

@@ -27,9 +27,10 @@ class TDBGridEh::Private {
   void placeFooter();
   int defaultWidth(int column) const;
   int firstShown() const;
-  int firstCurrent() const;  // where a list that was opened begins: the key's column if shown
-  int entryColumn() const;   // where filling in a new row begins; -1 when nothing is edited
-  bool isOutermost(const QModelIndex& cell, bool next) const;  // no cell behind it, or none before it
+  int firstCurrent() const;       // where a list that was opened begins: the key's column if shown
+  int entryColumn() const;        // where filling in a new row begins; -1 when nothing is edited
+  bool isStop(int column) const;  // Tab goes there: it can be edited, or is a button
+  QModelIndex nextStop(const QModelIndex& cell, bool next) const;  // behind it or before it; invalid: none
   int nextEditable(int column) const;  // behind it in visual order; -1 when there is none
   void showHeaderMenu(QPoint place);
   void sortBy(int column);

@@ -143,16 +143,23 @@ int TDBGridEh::Private::entryColumn() const {
   return column >= 0 ? column : nextEditable(-1);
 }
 
-bool TDBGridEh::Private::isOutermost(const QModelIndex& cell, bool next) const {
-  if (!cell.isValid()) return true;
-  if (cell.row() != (next ? model->rowCount() - 1 : 0)) return false;
+bool TDBGridEh::Private::isStop(int column) const {
+  return !q->isColumnHidden(column) && (model->canEdit(column) || model->column(column).button);
+}
+
+QModelIndex TDBGridEh::Private::nextStop(const QModelIndex& cell, bool next) const {
+  if (!cell.isValid()) return {};
   const QHeaderView* header = q->horizontalHeader();
   const int step = next ? 1 : -1;
-  for (int visual = header->visualIndex(cell.column()) + step; visual >= 0 && visual < header->count();
-       visual += step) {
-    if (!header->isSectionHidden(header->logicalIndex(visual))) return false;
+  const int edge = next ? 0 : header->count() - 1;
+  int visual = header->visualIndex(cell.column()) + step;
+  for (int row = cell.row(); row >= 0 && row < model->rowCount(); row += step, visual = edge) {
+    for (; visual >= 0 && visual < header->count(); visual += step) {
+      const int column = header->logicalIndex(visual);
+      if (isStop(column)) return model->index(row, column);
+    }
   }
-  return true;
+  return {};
 }
 
 int TDBGridEh::Private::nextEditable(int column) const {

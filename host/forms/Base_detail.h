@@ -64,7 +64,7 @@ class GOODSBOOKHOST_EXPORT TFrm_Base_Detail : public OkCancelScreen {
   void endSaved() override;
   void btn_CancelClick() override;
   bool okAllowed() const override;
-  bool hasUnsavedInput() const override { return modified_ && !isReadOnly(); }
+  bool hasUnsavedInput() const override { return (modified_ || hasOpenCell()) && !isReadOnly(); }
   QString helpText() const override;
 
   void enableOk();            // what every editor does when its data change by another way than its fields

@@ -107,7 +107,8 @@ void ListScreen::offerCancel() {
   connect(load_, &ProgressiveLoad::failed, this, close);
   connect(load_, &ProgressiveLoad::answered, this, close);
   const auto shown = [this, box](const auto& work) {
-    const auto kept = box;  // the events let through may end this screen, and with it this function
+    // The events let through may end this screen, and with it this function.
+    const auto kept = box;  // NOLINT(performance-unnecessary-copy-initialization)
     if (!*kept) *kept = std::make_unique<Progress>(this, tr("正在读取…"), 0);
     try {
       work(**kept);

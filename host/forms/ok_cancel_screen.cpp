@@ -134,8 +134,7 @@ void OkCancelScreen::done(int result) {
 
 void OkCancelScreen::reject() {
   guarded(this, [this] {
-    const bool typed = hasUnsavedInput() || std::ranges::any_of(grids(), &TDBGridEh::hasOpenInput);
-    if (typed && isVisible() && DISPINFO(tr("资料已更改，是否保存?"), 2) == 'y') {
+    if (hasUnsavedInput() && isVisible() && DISPINFO(tr("资料已更改，是否保存?"), 2) == 'y') {
       pressOk();
     } else {
       discard();
@@ -147,6 +146,10 @@ QList<TDBGridEh*> OkCancelScreen::grids() const {
   QList<TDBGridEh*> own = findChildren<TDBGridEh*>();
   own.removeIf([this](const TDBGridEh* grid) { return grid->window() != window(); });
   return own;
+}
+
+bool OkCancelScreen::hasOpenCell() const {
+  return std::ranges::any_of(grids(), &TDBGridEh::hasOpenInput);
 }
 
 bool OkCancelScreen::takeCells() {

@@ -34,8 +34,9 @@ class GOODSBOOKHOST_EXPORT OkCancelScreen : public TFrm_Base_Common {
   void FormKeyDown(QKeyEvent* event) override;  // Esc: reject(); F9, Ctrl+Enter: OK
   void reject() override;  // Esc and the close button: asks first when there is unsaved input
   void pressOk();
-  bool takeCells();     // reads the cells that are being typed into; false when one was refused
-  void setCloseOnly();  // OK is gone, Cancel is called what it does then
+  bool hasOpenCell() const;  // one is being typed into
+  bool takeCells();          // reads the cells that are being typed into; false when one was refused
+  void setCloseOnly();       // OK is gone, Cancel is called what it does then
   // The screen is filled anew or closed: what the lost save was about is no longer in it.
   void endDoubt() { doubt_.reset(); }
   bool looksUpCodes() const override { return !doubt_; }  // the lost save may have made the code

@@ -224,6 +224,9 @@ TEST_F(ImportDialog, F12ReadsTheFileAgain) {
   press(u"F12"_s);
   EXPECT_EQ(column(u"COL2"_s), (Lines{u"甲"_s, u"乙"_s}));
   EXPECT_TRUE(get(u"GRID1"_s)["focused"_L1].toBool());
+  press(u"X"_s);
+  done({{u"cmd"_s, u"close"_s}});
+  EXPECT_EQ(messages(), Lines()) << "the rows are not what the user has to keep";
 }
 
 TEST_F(ImportDialog, FiftyThousandRowsKeepTheWindowAlive) {

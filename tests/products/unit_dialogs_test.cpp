@@ -298,6 +298,19 @@ TEST_F(UnitDialogs, TabGoesFromPriceToPriceAndBack) {
   leave();
 }
 
+TEST_F(UnitDialogs, TabGoesOnInTheNextRowsPrices) {
+  openDialog(u"区域售价"_s);
+  for (const QString& key : {u"1"_s, u"Tab"_s, u"2"_s, u"Tab"_s, u"3"_s, u"Tab"_s, u"4"_s, u"F9"_s})
+    press(key);
+  EXPECT_EQ(sql(u"select CK_ID,SJ,VIPSJ from D1801DWSJ order by CK_ID"_s),
+            (Table{{u"A"_s, u"1"_s, u"2"_s}, {u"B"_s, u"3"_s, u"4"_s}}));
+  reopen(u"区域售价"_s);
+  for (const QString& key : {u"8"_s, u"Ctrl+T"_s}) press(key);
+  EXPECT_TRUE(get(u"DBGridEh"_s)["focused"_L1].toBool());
+  EXPECT_EQ(rows(u"DBGridEh"_s).size(), 2);
+  leave();
+}
+
 TEST_F(UnitDialogs, AClickOnATitleLosesNoPriceThatIsBeingTyped) {
   openDialog(u"区域售价"_s);
   press(u"8"_s);
