@@ -125,6 +125,7 @@ void TFrm_Base_Detail::btn_okClick() {
     rowGuard_.confirmSave(*this, rowCaption());
   withRow([this] {
     SaveData();
+    markSaved();
     showSaved();
   });
   closeSaved();

@@ -107,7 +107,8 @@ void OkCancelScreen::runOk() {
 }
 
 bool OkCancelScreen::wasSaved() const {
-  if (!doubt_ || !Session::current().database().wasSaved(doubt_->save)) return false;
+  if (!doubt_) return false;
+  if (!doubt_->save.isEmpty() && !Session::current().database().wasSaved(doubt_->save)) return false;
   if (!wasChangedSince()) return true;
   throw EDatabaseError(50000, 16, 1, 1,
                        tr("上一次其实已经保存，之后又改了内容，这一次没有保存。请关闭后重新打开再修改。"));

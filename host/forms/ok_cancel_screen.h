@@ -37,7 +37,10 @@ class GOODSBOOKHOST_EXPORT OkCancelScreen : public TFrm_Base_Common {
   bool hasOpenCell() const;  // one is being typed into
   bool takeCells();          // reads the cells that are being typed into; false when one was refused
   void setCloseOnly();       // OK is gone, Cancel is called what it does then
-  // The screen is filled anew or closed: what the lost save was about is no longer in it.
+  // The save is made. Whatever fails behind it, another OK does not send it again: endSaved() takes its
+  // place.
+  void markSaved() { doubt_ = Doubt{}; }
+  // The screen is filled anew or closed: what was saved is no longer in it.
   void endDoubt() { doubt_.reset(); }
   bool looksUpCodes() const override { return !doubt_; }  // the lost save may have made the code
 
@@ -47,7 +50,7 @@ class GOODSBOOKHOST_EXPORT OkCancelScreen : public TFrm_Base_Common {
 
  private:
   struct Doubt {
-    QString save;  // what ESaveUnknown calls it
+    QString save{};  // what ESaveUnknown calls it; empty: it is known to be made
     bool changedSince = false;
   };
 

@@ -131,12 +131,45 @@ TEST_F(LostAnswer, AQuickProductWithADrawnNumberIsSavedOnce) {
     loseAnswer();
     pressOkInVain();
     pressOkAndFindItSaved(u"TF2101"_s);
-    const QString number = mode == "Act_Add"_L1 ? u"00001"_s : u"00002"_s;
-    EXPECT_EQ(products().back(), (std::vector<QString>{number, u"可乐"_s}));
-    EXPECT_EQ(rows(grid).last()["WL_ID"_L1].toString(), number);
-    EXPECT_EQ(rows(grid).last()["TM"_L1].toString(), number) << "the code is the barcode where there is none";
-    EXPECT_EQ(rows(grid).size(), static_cast<qsizetype>(products().size()));
+    QStringList numbers{u"00001"_s};
+    if (mode == "Act_CopyAdd"_L1) numbers << u"00002"_s;
+    EXPECT_EQ(products().size(), static_cast<std::size_t>(numbers.size()));
+    EXPECT_EQ(column(u"WL_ID"_s), numbers);
+    EXPECT_EQ(column(u"TM"_s), numbers) << "the code is the barcode where there is none";
   }
+}
+
+TEST_F(LostAnswer, APurchaseHasOneLineForItsNewProduct) {
+  set(u"GPARAM0"_s, u"1"_s);
+  done({{u"cmd"_s, u"purchase"_s}, {u"class"_s, u"TF2101A_1"_s}});
+  fillProduct();
+  type(u"L"_s, u"3"_s);
+  loseAnswer();
+  pressOkInVain();
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(products(), (Table{{u"00001"_s, u"可乐"_s}}));
+  const QJsonArray lines = rows(u"purchase"_s);
+  ASSERT_EQ(lines.size(), 1);
+  EXPECT_EQ(lines[0]["WL_ID"_L1].toString() + u' ' + lines[0]["SL"_L1].toString(), u"00001 3"_s);
+}
+
+TEST_F(LostAnswer, AddingGoesOnWithTheNextRow) {
+  openList(103);
+  act(u"Act_Add"_s);
+  type(u"Edit1"_s, u"KG"_s);
+  type(u"Edit2"_s, u"公斤"_s);
+  done({{u"cmd"_s, u"check"_s}, {u"element"_s, u"ContinueAdd"_s}, {u"on"_s, true}});
+  loseAnswer();
+  pressOkInVain();
+  pressOkAndFindItSaved(u"TF2103_1"_s);
+  EXPECT_EQ(text(u"Edit1"_s) + text(u"Edit2"_s), QString());
+  type(u"Edit1"_s, u"PC"_s);
+  type(u"Edit2"_s, u"个"_s);
+  click(u"btn_ok"_s);
+  click(u"btn_Cancel"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(column(u"DW_ID"_s), (QStringList{u"01"_s, u"02"_s, u"KG"_s, u"PC"_s}));
 }
 
 TEST_F(LostAnswer, AProductWithADrawnNumberIsSavedOnce) {
@@ -176,7 +209,7 @@ TEST_F(LostAnswer, ACodeTypedByTheUserIsNotCalledTakenByItsOwnSave) {
   focus(u"Edit1"_s);
   EXPECT_EQ(focus(u"Edit2"_s), u"Edit2"_s);
   pressOkAndFindItSaved(u"TF2103"_s);
-  EXPECT_EQ(column(u"DW_ID"_s).last(), u"KG"_s);
+  EXPECT_EQ(column(u"DW_ID"_s), (QStringList{u"01"_s, u"02"_s, u"KG"_s}));
 }
 
 TEST_F(LostAnswer, ANodeStandsInTheTreeOnce) {
@@ -248,22 +281,80 @@ TEST_F(LostAnswer, AnEditorThatIsLeftTakesItsDoubtAlong) {
             (Table{{u"01"_s}, {u"02"_s}, {u"KG"_s}, {u"PC"_s}}));
 }
 
-TEST_F(LostAnswer, BarcodesOfAUnitAreNotAskedAboutTheirOwnSave) {
-  sql(u"insert into D1801 (WL_ID,WL_NAME,WL_YS,CHECK_KC,CLASS_ID,USER_ID,BDATE,T,dwcount) values ('P1','可乐',1,1,'01','ADMIN','2026-11-01',1,1);"
-      "insert into D1801DW (T,WL_ID,DW_ID,TM,ABASE,SJ,VIPSJ,PFJ,CGJ) values (1,'P1','01','69',1,5,4,3,2.5)"_s);
-  set(u"GPARAM23"_s, u"1"_s);
-  openList(101);
-  act(u"Act_Edit"_s);
-  press(u"F6"_s);
-  done(
-      {{u"cmd"_s, u"cellclick"_s}, {u"element"_s, u"DBGridEh1"_s}, {u"row"_s, 0}, {u"field"_s, u"多条码"_s}});
+class LostAnswerOfUnits : public LostAnswer {
+ protected:
+  void SetUp() override {
+    LostAnswer::SetUp();
+    sql(u"insert into D1801 (WL_ID,WL_NAME,WL_YS,CHECK_KC,CLASS_ID,USER_ID,BDATE,T,dwcount) values ('P1','可乐',1,1,'01','ADMIN','2026-11-01',1,1);"
+        "insert into D1801DW (T,WL_ID,DW_ID,TM,ABASE,SJ,VIPSJ,PFJ,CGJ) values (1,'P1','01','69',1,5,4,3,2.5)"_s);
+    set(u"GPARAM23"_s, u"1"_s);
+    openList(101);
+    act(u"Act_Edit"_s);
+    press(u"F6"_s);
+  }
+  void cellClick(const QString& field) {
+    done({{u"cmd"_s, u"cellclick"_s}, {u"element"_s, u"DBGridEh1"_s}, {u"row"_s, 0}, {u"field"_s, field}});
+  }
+  void cell(const QString& element, const QString& field, const QString& typed) {
+    done({{u"cmd"_s, u"cell"_s},
+          {u"element"_s, element},
+          {u"row"_s, 0},
+          {u"field"_s, field},
+          {u"text"_s, typed}});
+  }
+};
+
+TEST_F(LostAnswerOfUnits, BarcodesAreNotAskedAboutTheirOwnSave) {
+  cellClick(u"多条码"_s);
   ASSERT_EQ(frontClass(), u"TF2101_TM"_s);
-  type(u"Memo1"_s, u"690\n691"_s);
+  type(u"Memo1"_s, u"690"_s);
   loseAnswer();
   pressOkInVain();
   pressOkAndFindItSaved(u"TF2101_1"_s);
-  EXPECT_EQ(sql(u"select TM from D1801DWTM order by TM"_s), (Table{{u"690"_s}, {u"691"_s}}));
+  EXPECT_EQ(sql(u"select TM from D1801DWTM"_s), (Table{{u"690"_s}}));
   click(u"btn_Cancel"_s);
+}
+
+TEST_F(LostAnswerOfUnits, BarcodesChangedSinceAreNotSaved) {
+  cellClick(u"多条码"_s);
+  type(u"Memo1"_s, u"690"_s);
+  loseAnswer();
+  pressOkInVain();
+  type(u"Memo1"_s, u"691"_s);
+  pressOkAfterAChange();
+  EXPECT_EQ(sql(u"select TM from D1801DWTM"_s), (Table{{u"690"_s}}));
+  click(u"btn_Cancel"_s);
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(LostAnswerOfUnits, PricesOfWarehousesAreNotAskedAboutTheirOwnSave) {
+  cellClick(u"区域售价"_s);
+  ASSERT_EQ(frontClass(), u"TF2101_SJ"_s);
+  for (const QString& field : {u"SJ"_s, u"VIPSJ"_s}) cell(grid, field, u"8"_s);
+  loseAnswer();
+  pressOkInVain();
+  pressOkAndFindItSaved(u"TF2101_1"_s);
+  EXPECT_EQ(sql(u"select CK_ID,SJ from D1801DWSJ"_s), (Table{{u"A"_s, u"8"_s}}));
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(LostAnswerOfUnits, ACellChangedSinceIsNotSaved) {
+  cell(u"DBGridEh1"_s, u"SJ"_s, u"6"_s);
+  loseAnswer();
+  pressOkInVain();
+  cell(u"DBGridEh1"_s, u"SJ"_s, u"7"_s);
+  pressOkAfterAChange();
+  EXPECT_EQ(sql(u"select SJ from D1801DW"_s)[0][0].toDouble(), 6);
+  click(u"btn_Cancel"_s);
+}
+
+TEST_F(LostAnswerOfUnits, UnitsAreShownInTheList) {
+  cell(u"DBGridEh1"_s, u"SJ"_s, u"6"_s);
+  loseAnswer();
+  pressOkInVain();
+  pressOkAndFindItSaved(u"TF2101"_s);
+  EXPECT_EQ(rows(grid)[0]["SJ"_L1].toString().toDouble(), 6);
+  EXPECT_EQ(column(u"WL_ID"_s), QStringList(u"P1"_s));
 }
 
 TEST_F(LostAnswer, ALookUpThatIsLostIsNotToldAsASave) {

@@ -161,6 +161,20 @@ TEST_F(Details, ARowThatWasPostedBeforeTheFailureGoesToo) {
   EXPECT_EQ(messages(), std::vector<std::string>{"图片未保存"});
 }
 
+TEST_F(Details, WhatFailsBehindTheSaveIsMadeUpForWithoutASecondSave) {
+  editor.failsAfterwards = true;
+  edit(u"Add"_s, [this] {
+    type("Edit1", "bx");
+    type("Edit2", "box");
+    click("btn_ok");
+    editor.failsAfterwards = false;
+    click("btn_ok");
+  });
+  EXPECT_EQ(list(), "KG=公斤 PC=个 BX=box ");
+  EXPECT_EQ(editor.saves, 1);
+  EXPECT_EQ(messages().size(), 1U);
+}
+
 TEST_F(Details, AFailingEditLeavesTheRowAsItWas) {
   editor.failure = true;
   edit(u"Edit"_s, [this] {
