@@ -13,6 +13,10 @@ using namespace Qt::StringLiterals;
 namespace goodsbook {
 namespace {
 
+// The driver manager drops a statement's messages at every cancel, whether or not its thread is just being
+// told them: a cancel that does its work is not followed by another one.
+constexpr std::chrono::milliseconds betweenCancels{200};
+
 struct Texts {
   Q_DECLARE_TR_FUNCTIONS(OdbcConnection)
 };
@@ -124,6 +128,7 @@ OdbcConnection::Statement::Statement(OdbcConnection& connection)
   const std::scoped_lock lock(connection.mutex_);
   connection.running_ = handle_.get();
   connection.interrupted_ = false;
+  connection.cancelled_ = {};
 }
 
 OdbcConnection::Statement::Statement(OdbcConnection& connection, const QString& text)
@@ -182,6 +187,9 @@ void OdbcConnection::interrupt() {
   const std::scoped_lock lock(mutex_);
   if (running_ == SQL_NULL_HANDLE) return;
   interrupted_ = true;
+  const auto now = std::chrono::steady_clock::now();
+  if (now - cancelled_ < betweenCancels) return;
+  cancelled_ = now;
   SQLCancel(running_);
 }
 

@@ -85,6 +85,7 @@ class OdbcConnection {
   std::mutex mutex_;
   SQLHANDLE running_ = SQL_NULL_HANDLE;
   std::atomic<bool> interrupted_ = false;  // the running statement
+  std::chrono::steady_clock::time_point cancelled_ = {};
 };
 
 }  // namespace goodsbook
