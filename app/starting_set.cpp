@@ -36,8 +36,7 @@ QString inWords(sample::StartingPart part) {
 }
 
 bool hasRows(Database& database, const QString& from) {
-  const SqlSets found = runSql(database, u"select top 1 1 from "_s + from, Database::Permission::Screens);
-  return !found.sets.front().rows.empty();
+  return !readSql(database, u"select top 1 1 as n from "_s + from).rows.empty();
 }
 
 }  // namespace

@@ -52,6 +52,10 @@ class GOODSBOOKHOST_EXPORT Database {
   // embedded database always knows what it has committed: nothing there ends so.
   virtual bool wasSaved(const QString& /*save*/) { return false; }
 
+  // The one who would send that save again has gone, or sees the rows as they are now: the same words are
+  // another save from here on.
+  virtual void forgetDoubt() {}
+
   // save() for work that takes long: where the database can do it beside the window's thread, `pause` is
   // called every few milliseconds meanwhile. No transaction may be open; `pause` must not throw.
   virtual void saveBeside(const QString& batch, const AuditLine& line, const std::function<void()>& pause);

@@ -171,6 +171,7 @@ void ListScreen::openRows(const QString& select) {
   SentStatement sent{
       .op = u"opensql"_s, .module = moduleCode(), .key = {}, .operation = {}, .sql = select, .result = {}};
   try {
+    session.database().forgetDoubt();
     load_->start(session.database(), select);
   } catch (const EDatabaseError& error) {
     sent.result = error.text;

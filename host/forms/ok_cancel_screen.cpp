@@ -128,6 +128,11 @@ void OkCancelScreen::AllChange() {
   if (doubt_) doubt_->changedSince = true;
 }
 
+void OkCancelScreen::endDoubt() {
+  if (doubt_ && !doubt_->save.isEmpty()) Session::current().database().forgetDoubt();
+  doubt_.reset();
+}
+
 void OkCancelScreen::done(int result) {
   endDoubt();
   TFrm_Base_Common::done(result);

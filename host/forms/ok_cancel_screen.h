@@ -41,7 +41,7 @@ class GOODSBOOKHOST_EXPORT OkCancelScreen : public TFrm_Base_Common {
   // place.
   void markSaved() { doubt_ = Doubt{}; }
   // The screen is filled anew or closed: what was saved is no longer in it.
-  void endDoubt() { doubt_.reset(); }
+  void endDoubt();
   bool looksUpCodes() const override { return !doubt_; }  // the lost save may have made the code
 
   QHBoxLayout* buttonRow() const { return buttons_; }  // own buttons go left of OK

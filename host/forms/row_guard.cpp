@@ -170,7 +170,9 @@ QStringList RowGuard::differences(const Part& part, const SqlSet& after) {
     if (!now) addOnce(names, part.list);
     for (std::size_t i = 0; now && i < row.size(); ++i) {
       const QString& column = before.columns[i];
-      if (!isKeptByOthers(part.table, column) && row[i] != (*now)[i]) addOnce(names, column.toUpper());
+      // An emptied field is saved as an empty text where there was none.
+      const bool same = row[i].value_or(QString()) == (*now)[i].value_or(QString());
+      if (!isKeptByOthers(part.table, column) && !same) addOnce(names, column.toUpper());
     }
   }
   return names;

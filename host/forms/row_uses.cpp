@@ -27,15 +27,11 @@ struct Use {
 };
 
 // A number from the first column of the first row; none where nothing was found.
-qint64 numberOf(const SqlSet& set) {
-  return set.rows.empty() ? 0 : set.rows.front().front().value_or(QString()).toLongLong();
-}
-
-QString selectOf(const Reference& reference, const QString& key) {
+QString selectOf(const Reference& reference, std::size_t place, const QString& key) {
   const QString where =
       u" from "_s + reference.table + u" where "_s + reference.column + u'=' + QuotedStr(key);
-  return u"select count(*) as n from (select top %1 "_s.arg(countedUpTo + 1) + reference.column + where +
-         u") t;"_s;
+  return u"select %1 as place,count(*) as n from (select top %2 "_s.arg(place).arg(countedUpTo + 1) +
+         reference.column + where + u") t"_s;
 }
 
 // Rows found through several tables of one list are added up.
@@ -48,17 +44,19 @@ void add(std::vector<Use>& uses, const Reference& reference, qint64 rows) {
 
 std::vector<Use> usesOf(const QString& table, const QString& key) {
   std::vector<const Reference*> asked;
-  QString batch;
+  QStringList selects;
   for (const Reference& reference : references()) {
     if (table.compare(reference.master, Qt::CaseInsensitive) != 0) continue;
+    selects << selectOf(reference, asked.size(), key);
     asked.push_back(&reference);
-    batch += selectOf(reference, key);
   }
   if (asked.empty()) return {};
-  const SqlSets answer = runSql(Session::current().database(), batch, Database::Permission::Screens);
+  const SqlSet answer = readSql(Session::current().database(), selects.join(u" union all "_s));
+  std::vector<qint64> counts(asked.size());
+  for (const auto& row : answer.rows)
+    counts.at(row[0].value_or(QString()).toUInt()) = row[1].value_or(QString()).toLongLong();
   std::vector<Use> uses;
-  for (std::size_t i = 0; i < asked.size() && i < answer.sets.size(); ++i)
-    add(uses, *asked[i], numberOf(answer.sets[i]));
+  for (std::size_t i = 0; i < asked.size(); ++i) add(uses, *asked[i], counts[i]);
   return uses;
 }
 
@@ -76,8 +74,10 @@ QString usesLine(const TFrm_Base_Common& screen, const QString& key) {
     QStringList parts;
     for (const Use& use : usesOf(place->table, key)) parts << partOf(use);
     return parts.isEmpty() ? QString() : Texts::tr("\r\n该资料已被使用：%1。").arg(parts.join(u'、'));
-  } catch (const EDatabaseError&) {
-    return {};  // a database without one of these tables: the question is asked all the same
+  } catch (const EDatabaseError& error) {
+    constexpr int noSuchTable = 208;
+    if (error.number != noSuchTable) throw;
+    return {};  // of another module, which is not here: the question is asked all the same
   }
 }
 

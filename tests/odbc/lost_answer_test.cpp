@@ -281,6 +281,54 @@ TEST_F(LostAnswer, AnEditorThatIsLeftTakesItsDoubtAlong) {
             (Table{{u"01"_s}, {u"02"_s}, {u"KG"_s}, {u"PC"_s}}));
 }
 
+TEST_F(LostAnswer, TheSameWordsAreAnotherSaveOnceTheEditorWasLeft) {
+  openList(103);
+  done({{u"cmd"_s, u"select"_s}, {u"element"_s, grid}, {u"rows"_s, QJsonArray{0}}});
+  act(u"Act_Edit"_s);
+  type(u"Edit2"_s, u"小瓶"_s);
+  loseAnswer();
+  pressOkInVain();
+  click(u"btn_Cancel"_s);
+  sql(u"update D1003 set dw_name='瓶' where dw_id='01'"_s);  // somebody sets it back
+  act(u"Act_Edit"_s);
+  EXPECT_EQ(text(u"Edit2"_s), u"瓶"_s);
+  type(u"Edit2"_s, u"小瓶"_s);
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(sql(u"select dw_name from D1003 where dw_id='01'"_s), (Table{{u"小瓶"_s}}));
+}
+
+TEST_F(LostAnswer, ADeletionAfterARefreshIsAnotherOne) {
+  openList(103);
+  const auto removeSecond = [&] {
+    done({{u"cmd"_s, u"row"_s}, {u"element"_s, grid}, {u"index"_s, 1}});
+    answer({u"y"_s});
+    act(u"Act_Delete"_s);
+  };
+  loseAnswer();
+  removeSecond();
+  messages();
+  mend();
+  sql(u"insert into D1003 (dw_id,dw_name) values ('02','箱')"_s);  // deleted it was, and somebody adds it
+                                                                   // again
+  act(u"Act_Refresh"_s);
+  EXPECT_EQ(column(u"DW_ID"_s), (QStringList{u"01"_s, u"02"_s}));
+  removeSecond();
+  EXPECT_EQ(sql(u"select dw_id from D1003"_s), (Table{{u"01"_s}}));
+  messages();
+}
+
+TEST_F(LostAnswer, ALostLookUpAsksNoQuestionBeforeADeletion) {
+  openList(103);
+  cut();
+  act(u"Act_Delete"_s);
+  const Lines told = messages();
+  ASSERT_EQ(told.size(), 1U);
+  EXPECT_FALSE(told.front().contains(u"是否删除"_s)) << told.front().toStdString();
+  mend();
+  EXPECT_EQ(column(u"DW_ID"_s), (QStringList{u"01"_s, u"02"_s}));
+}
+
 class LostAnswerOfUnits : public LostAnswer {
  protected:
   void SetUp() override {

@@ -109,6 +109,13 @@ QString plainText(ServerProblem problem, const ServerTarget& target, const QStri
           .arg(port)
           .arg(target.options.connectSeconds);
     default:
+      if (!address.server().isEmpty()) {
+        return Texts::
+            tr("服务器“%1”的端口 %2 有程序应答，但没有接受连接（服务正在启动，那里不是数据库服务器，或要求别的连接选项）：%3")
+                .arg(address.server())
+                .arg(port)
+                .arg(driverText);
+      }
       return Texts::tr("不能连接服务器“%1”：%2").arg(address.displayName(), driverText);
   }
 }

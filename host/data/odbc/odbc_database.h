@@ -26,6 +26,7 @@ class OdbcDatabase : public Database {
   void save(const QString& batch, const AuditLine& line, const std::function<void()>& within) override;
   void saveBeside(const QString& batch, const AuditLine& line, const std::function<void()>& pause) override;
   bool wasSaved(const QString& save) override;
+  void forgetDoubt() override { doubtful_.reset(); }
   int storeBlob(const QString& table, const QString& field, const QString& keyField, const QString& keyValue,
                 const QByteArray& bytes) override;
   const Dialect& dialect() const { return *dialect_; }

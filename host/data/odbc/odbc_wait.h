@@ -13,9 +13,9 @@
 namespace goodsbook {
 
 // How long to wait for a driver that was told to take `seconds`, 0 for no limit: it may be a little late.
+constexpr std::chrono::seconds driversDelay{2};
 constexpr std::chrono::seconds limitOf(int seconds) {
-  constexpr int driversDelay = 2;
-  return std::chrono::seconds(seconds > 0 ? seconds + driversDelay : 0);
+  return seconds > 0 ? std::chrono::seconds(seconds) + driversDelay : std::chrono::seconds(0);
 }
 
 // One wait for loose work that a driver does.
@@ -59,7 +59,7 @@ auto doLoose(const std::shared_ptr<OdbcConnection>& connection, Work&& work, con
       throw EAbort();
     case OdbcWait::End::Silent:
       connection->giveUp();
-      throw connection->silence(wait.limit);
+      throw connection->silence(wait.limit - driversDelay);
     case OdbcWait::End::Done:
       break;
   }

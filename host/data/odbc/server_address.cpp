@@ -81,6 +81,8 @@ ServerAddress ServerAddress::of(std::vector<std::pair<QString, QString>> words) 
   if (address.driver().isEmpty() && address.value(u"DSN"_s).isEmpty()) {
     refuse(Texts::tr("服务器地址缺少 Driver=…"));
   }
+  const bool isFreeTds = address.driver().contains("FreeTDS"_L1, Qt::CaseInsensitive);
+  if (isFreeTds && address.server().isEmpty()) refuse(Texts::tr("服务器地址缺少 Server=…"));
   return address;
 }
 
