@@ -112,7 +112,7 @@ class Writer {
     for (const Stock& place : product.stock)
       stock_.text(product.code)
           .text(place.warehouse)
-          .signedAmount(place.quantity * 100)
+          .signedAmount(std::int64_t{place.quantity} * 100)
           .money(product.cost)
           .text("A" + padded(product.index % 40 + 1, 2))
           .number(0)

@@ -284,7 +284,7 @@ TEST_F(TransactionsTest, DamageIsFoundAndToldOf) {
   const auto size = std::filesystem::file_size(copy);
   {
     std::fstream file(copy, std::ios::in | std::ios::out | std::ios::binary);
-    for (std::uintmax_t page = 4096 * 2; page + 4096 <= size; page += 4096) {
+    for (std::uintmax_t page = 8192; page + 4096 <= size; page += 4096) {
       file.seekp(static_cast<std::streamoff>(page + 100));
       file << std::string(2000, '\x7f');
     }
