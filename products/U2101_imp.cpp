@@ -173,9 +173,20 @@ QString TF2101_IMP::clearProducts() {
   const QString backup = session.database().backup(session.programDir(), stamp, pause);
   if (stop_) throw EAbort();
   execSqlBeside(u"101"_s, {}, u"Add"_s, u"delete from d1801dw;delete from d1801;"_s, pause);
+  showCleared();
+  return backup;
+}
+
+void TF2101_IMP::showCleared() {
   setChecked(u"cb2"_s, false);  // it was for this run: the next one must not take away what this one makes
   if (list_ && list_->isOpen()) list_->clear();  // nothing that it shows exists any more
-  return backup;
+}
+
+// Only the clearing leaves this dialog in doubt: rows tell theirs in the grid. The import goes on behind it.
+void TF2101_IMP::endSaved() {
+  endDoubt();
+  showCleared();
+  btn_okClick();
 }
 
 TF2101_IMP::Count TF2101_IMP::importRows(ImportRun& run) {

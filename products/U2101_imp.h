@@ -32,6 +32,7 @@ class TF2101_IMP : public TFrm_Base_Dialog {
  protected:
   void FormCreate() override;
   void btn_okClick() override;
+  void endSaved() override;
   void btn_CancelClick() override;
   void FormKeyDown(QKeyEvent* event) override;
   void FormClose() override;
@@ -55,6 +56,7 @@ class TF2101_IMP : public TFrm_Base_Dialog {
   void readFile(const QString& path);
   void addRow(const std::vector<QString>& cells);
   QString clearProducts();  // the path of the backup
+  void showCleared();
   Count importRows(ImportRun& run);
   // False when the user does not want to go on behind a failed row.
   bool importRow(ImportRun& run, int row, Count& count, QuietRows& grid);

@@ -249,6 +249,7 @@ bool TDBGridEh::focusNextPrevChild(bool next) {
 }
 
 QModelIndex TDBGridEh::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  if (!takeCell()) return currentIndex();  // keys that its line passes on to the grid
   const bool byTab = action == MoveNext || action == MovePrevious;
   if (!byTab || isReadOnly()) return QTableView::moveCursor(action, modifiers);
   const QModelIndex to = d_->nextStop(currentIndex(), action == MoveNext);

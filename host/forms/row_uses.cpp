@@ -26,7 +26,6 @@ struct Use {
   qint64 rows = 0;
 };
 
-// A number from the first column of the first row; none where nothing was found.
 QString selectOf(const Reference& reference, std::size_t place, const QString& key) {
   const QString where =
       u" from "_s + reference.table + u" where "_s + reference.column + u'=' + QuotedStr(key);

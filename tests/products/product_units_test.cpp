@@ -382,7 +382,7 @@ TEST_F(ProductUnits, ACellThatCannotBeReadStopsTheSaveAndStaysOpen) {
   press(u"-"_s);
   statements();
   for (const QString& keys : {u"F9"_s, u"Ctrl+Return"_s, u"Return"_s, u"Tab"_s, u"Ctrl+Tab"_s, u"F6"_s,
-                              u"PgDown"_s, u"PgUp"_s, u"Ctrl+Home"_s, u"Shift+Down"_s}) {
+                              u"PgDown"_s, u"PgUp"_s, u"Ctrl+Home"_s, u"Shift+Down"_s, u"Alt+Down"_s}) {
     SCOPED_TRACE(keys.toStdString());
     press(keys);
     isHeld({told});

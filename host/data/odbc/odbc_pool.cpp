@@ -70,7 +70,7 @@ std::unique_ptr<engine::Cursor> OdbcPool::open(const QString& select, const std:
   const OdbcWait wait{goesOn, limitOf(target_.options.statementSeconds)};
   const OdbcWait::End how = wait.until(opening);
   if (how == OdbcWait::End::Silent) {
-    const EConnectionLost silence = reading->connection->silence(wait.limit);
+    const EConnectionLost silence = reading->connection->silence(wait.limit - driversDelay);
     reading->connection->giveUp();
     lossSeen_ = true;
     endLate(std::move(reading), std::move(opening));
