@@ -85,6 +85,7 @@ void TF2101_IMP::btn_refClick() {
     setLoading(false);
     return;
   }
+  lostRow_.reset();
   result_->clear();
   QString failure;
   {
@@ -214,11 +215,18 @@ bool TF2101_IMP::importRow(ImportRun& run, int row, Count& count, QuietRows& gri
   const auto cell = [&](const QString& field) { return D_MAIN.textAt(row, D_MAIN.fieldIndex(field)); };
   const ImportRow texts{cell(u"COL1"_s), cell(u"COL2"_s), cell(u"COL3"_s), cell(u"COL4"_s), cell(u"COL5"_s)};
   try {
-    const ImportRun::Outcome outcome = run.import(texts);
+    const ImportRun::Outcome outcome = wasImported(row) ? ImportRun::Outcome::Imported : run.import(texts);
     const bool existing = outcome == ImportRun::Outcome::Existing;
     ++(existing ? count.existing : count.imported);
     note(row, existing ? tr("条码已存在，该商品未导入!") : QString());
     return true;
+  } catch (const ESaveUnknown& error) {
+    lostRow_ = LostRow{row, error.save};
+    ++count.failed;
+    note(row, error.text);
+    grid.showNow();
+    DISPINFO(error.text, 5);
+    return false;
   } catch (const EDatabaseError& error) {
     note(row, importReason(texts, error.text));
     if (++count.failed > 1) return true;  // asked before
@@ -226,6 +234,13 @@ bool TF2101_IMP::importRow(ImportRun& run, int row, Count& count, QuietRows& gri
     DISPINFO(error.text, 5);
     return DISPINFO(tr("第 %1 行导入失败，是否继续导入其余的行?").arg(row + 1), 2) == 'y';
   }
+}
+
+bool TF2101_IMP::wasImported(int row) {
+  if (!lostRow_ || lostRow_->row != row) return false;
+  const bool saved = Session::current().database().wasSaved(lostRow_->save);
+  lostRow_.reset();
+  return saved;
 }
 
 void TF2101_IMP::note(int row, const QString& text) {

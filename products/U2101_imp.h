@@ -60,6 +60,7 @@ class TF2101_IMP : public TFrm_Base_Dialog {
   Count importRows(ImportRun& run);
   // False when the user does not want to go on behind a failed row.
   bool importRow(ImportRun& run, int row, Count& count, QuietRows& grid);
+  bool wasImported(int row);                // by the run before, which did not hear of it
   void note(int row, const QString& text);  // in the row's sixth column
   ImportDefaults defaults() const;
   static QString endLine(const Count& count, const QString& backup);
@@ -79,6 +80,12 @@ class TF2101_IMP : public TFrm_Base_Dialog {
   QElapsedTimer sinceEvents_;
   bool busy_ = false;
   bool stop_ = false;
+  // The row whose answer was lost; the next run asks about it before it sends it again.
+  struct LostRow {
+    int row = 0;
+    QString save;
+  };
+  std::optional<LostRow> lostRow_;
 };
 
 }  // namespace goodsbook

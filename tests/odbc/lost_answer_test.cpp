@@ -61,6 +61,20 @@ class LostAnswer : public ScreenTest {
     rows(grid);
     statements();
   }
+  // The import of one product, read and ready.
+  void openImport() {
+    QFile file(folder() + u"/goods.csv"_s);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(u"条码,品名,规格,零售价,会员价\n69,甲,1,2,3\n"_s.toUtf8());
+    file.close();
+    openList(101);
+    act(u"Act_imp"_s);
+    done({{u"cmd"_s, u"pickfile"_s}, {u"path"_s, file.fileName()}});
+    click(u"Edt_path.button"_s);
+    click(u"btn_ref"_s);
+    type(u"CLASS_ID"_s, u"01"_s);
+    type(u"dw_id"_s, u"01"_s);
+  }
   QStringList column(const QString& field) {
     QStringList texts;
     const QJsonArray list = rows(grid);
@@ -329,20 +343,25 @@ TEST_F(LostAnswer, ALostLookUpAsksNoQuestionBeforeADeletion) {
   EXPECT_EQ(column(u"DW_ID"_s), (QStringList{u"01"_s, u"02"_s}));
 }
 
+TEST_F(LostAnswer, ARowOfAnImportIsImportedOnce) {
+  set(u"GPARAM0"_s, u"1"_s);
+  openImport();
+  done({{u"cmd"_s, u"check"_s}, {u"element"_s, u"cb1"_s}, {u"on"_s, true}});
+  messages();
+  loseAnswer();
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages().size(), 1U);
+  mend();
+  click(u"btn_ok"_s);
+  EXPECT_EQ(messages(), Lines());
+  EXPECT_EQ(sql(u"select WL_NAME from D1801"_s), (Table{{u"甲"_s}}));
+  click(u"btn_Cancel"_s);
+}
+
 TEST_F(LostAnswer, AnImportGoesOnBehindAClearingThatWasMade) {
   sql(u"insert into D1801 (WL_ID,WL_NAME,WL_YS,CHECK_KC,CLASS_ID,USER_ID,BDATE,T,dwcount) values ('P1','旧',1,1,'01','ADMIN','2026-11-01',1,1)"_s);
   set(u"GPARAM0"_s, u"1"_s);
-  QFile file(folder() + u"/goods.csv"_s);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write(u"条码,品名,规格,零售价,会员价\n69,甲,1,2,3\n"_s.toUtf8());
-  file.close();
-  openList(101);
-  act(u"Act_imp"_s);
-  done({{u"cmd"_s, u"pickfile"_s}, {u"path"_s, file.fileName()}});
-  click(u"Edt_path.button"_s);
-  click(u"btn_ref"_s);
-  type(u"CLASS_ID"_s, u"01"_s);
-  type(u"dw_id"_s, u"01"_s);
+  openImport();
   done({{u"cmd"_s, u"check"_s}, {u"element"_s, u"cb2"_s}, {u"on"_s, true}});
   messages();
   loseAnswer();
