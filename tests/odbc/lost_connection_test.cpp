@@ -198,14 +198,15 @@ TEST_F(FrozenServerTest, ASaveThatFreezesInItsCommitIsLookedUpAndNoWaitOfItIsGiv
 TEST_F(FrozenServerTest, WhatEventsBeginInTheMiddleOfASaveReadsBesideItAndDoesNotWrite) {
   class Busy : public ServerAttendant {
    public:
-    explicit Busy(std::function<void()> work) : work_(std::move(work)) {}
+    explicit Busy(std::function<bool()> work) : work_(std::move(work)) {}
     bool goesOn() override {
-      if (const auto work = std::exchange(work_, {})) work();
+      auto work = std::exchange(work_, {});
+      if (work && !work()) work_ = std::move(work);  // too early: BEGIN is still under way
       return true;
     }
 
    private:
-    std::function<void()> work_;
+    std::function<bool()> work_;
   };
   struct Integers : engine::ResultSink {
     void beginSet(std::span<const engine::Column>) override {}
@@ -214,7 +215,7 @@ TEST_F(FrozenServerTest, WhatEventsBeginInTheMiddleOfASaveReadsBesideItAndDoesNo
   };
   int waits = 0;
   const auto meanwhile = [&] {
-    if (!database().inTransaction()) return;
+    if (!database().inTransaction()) return false;
     ++waits;
     Integers read;
     database().query(u"select 7"_s, read);
@@ -222,6 +223,7 @@ TEST_F(FrozenServerTest, WhatEventsBeginInTheMiddleOfASaveReadsBesideItAndDoesNo
     EXPECT_TRUE(database().openCursor(u"select 8"_s)->next());
     EXPECT_TRUE(failure([&] { run(u"insert into goods values (9,'x')"_s); }).text.contains(u"没有做完"_s));
     EXPECT_TRUE(failure([&] { save(); }).text.contains(u"没有做完"_s));
+    return true;
   };
   database_ =
       openServerDatabase(server().address(), server().login(),
