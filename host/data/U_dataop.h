@@ -40,12 +40,14 @@ GOODSBOOKHOST_EXPORT QString GetNOID(const QString& moduleCode, const QString& p
 GOODSBOOKHOST_EXPORT void Applyupdatapict(RecordSet& rows, const QString& table, const QString& keyField,
                                           const QString& keyValue, const QString& blobField);
 
-// ExecSql and then Applyupdatapict as one save: when the picture cannot be stored, nothing of the batch
-// stays. Both are told of as if they had been called one by one.
+// Where a picture goes, in the words of Applyupdatapict.
 struct PictureCell {
   RecordSet& rows;
   QString table, keyField, keyValue, blobField;
 };
+
+// ExecSql and then Applyupdatapict as one save: when the picture cannot be stored, nothing of the batch
+// stays. Both are told of as if they had been called one by one.
 GOODSBOOKHOST_EXPORT void execSqlWithPicture(const QString& moduleCode, const QString& keyValue,
                                              const QString& operation, const QString& sql,
                                              const PictureCell& picture);
